@@ -1,0 +1,85 @@
+# How every target of the project is made: one set of warnings, one set of
+# sanitizer flags, one way to add a test or a fuzz target.
+
+function(corvane_configure target)
+  target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}/src")
+  target_compile_options(
+    ${target}
+    PRIVATE -Wall
+            -Wextra
+            -Wpedantic
+            -Wshadow
+            -Wconversion
+            -Wsign-conversion
+            -Wnon-virtual-dtor
+            -Woverloaded-virtual
+            -Wimplicit-fallthrough)
+  if(CORVANE_WARNINGS_AS_ERRORS)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # GCC 12 reports these falsely inside the standard library once a sanitizer
+    # or the optimiser has rearranged the code.
+    target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized -Wno-restrict)
+  endif()
+  if(CORVANE_SANITIZE)
+    target_compile_options(${target} PRIVATE -fsanitize=${CORVANE_SANITIZE} -fno-sanitize-recover=all)
+    target_link_options(${target} PRIVATE -fsanitize=${CORVANE_SANITIZE})
+  endif()
+  if(CORVANE_FUZZ)
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+    target_link_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
+endfunction()
+
+# corvane_library(name SOURCES... [PUBLIC libs...] [PRIVATE libs...])
+function(corvane_library target)
+  cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+  add_library(${target} STATIC ${ARG_SOURCES})
+  corvane_configure(${target})
+  target_include_directories(${target} INTERFACE "${CMAKE_SOURCE_DIR}/src")
+  target_link_libraries(${target} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE})
+endfunction()
+
+# corvane_executable(name SOURCES... LIBS...)
+function(corvane_executable target)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+  add_executable(${target} ${ARG_SOURCES})
+  corvane_configure(${target})
+  target_link_libraries(${target} PRIVATE ${ARG_LIBS})
+endfunction()
+
+# corvane_test(name SOURCES... LIBS... [LABELS...] [TIMEOUT seconds])
+#
+# One GoogleTest program, one line in ctest. Sources see the tests folder, the
+# sources folder and CORVANE_TEST_DATA, the path of tests/data.
+function(corvane_test target)
+  cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LIBS;LABELS" ${ARGN})
+  corvane_executable(${target} SOURCES ${ARG_SOURCES} LIBS ${ARG_LIBS} corvane_test_main)
+  target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+  target_precompile_headers(${target} REUSE_FROM corvane_test_main)
+  set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+  add_test(NAME ${target} COMMAND ${target})
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 180)
+  endif()
+  set_tests_properties(${target} PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}")
+endfunction()
+
+# corvane_fuzz_target(name SOURCES... LIBS...)
+#
+# With CORVANE_FUZZ a libFuzzer program; otherwise a program that replays every
+# file of tests/fuzz/corpus/<name>, run as an ordinary test.
+function(corvane_fuzz_target target)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+  if(CORVANE_FUZZ)
+    corvane_executable(${target} SOURCES ${ARG_SOURCES} LIBS ${ARG_LIBS})
+    target_link_options(${target} PRIVATE -fsanitize=fuzzer)
+  else()
+    corvane_executable(${target} SOURCES ${ARG_SOURCES} LIBS ${ARG_LIBS} corvane_fuzz_replay)
+    add_test(NAME ${target} COMMAND ${target} "${CMAKE_SOURCE_DIR}/tests/fuzz/corpus/${target}")
+    set_tests_properties(${target} PROPERTIES TIMEOUT 120 LABELS fuzz)
+  endif()
+  target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+  set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/fuzz")
+endfunction()
