@@ -1,0 +1,40 @@
+#include "controls/Control.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace corvane {
+
+Control::Control(const Dispatch& dispatch, std::string name)
+    : dispatch_(dispatch), name_(std::move(name)) {}
+
+void Control::setHidden(bool hidden) {
+  change(hidden_, hidden);
+}
+
+void Control::setEnabled(bool enabled) {
+  change(enabled_, enabled);
+}
+
+void Control::setHint(const std::string& hint) {
+  change(hint_, hint);
+}
+
+void Control::observe(std::function<void()> observer) {
+  requireMain();
+  observer_ = std::move(observer);
+  changed();
+}
+
+void Control::requireMain() const {
+  if (dispatch_.isMain()) return;
+  std::fprintf(stderr, "control \"%s\" was changed off the main queue\n", name_.c_str());
+  std::abort();
+}
+
+void Control::changed() const {
+  if (observer_) observer_();
+}
+
+}  // namespace corvane

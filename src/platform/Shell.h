@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+
+namespace corvane {
+
+/// The system shell.
+class Shell {
+ public:
+  virtual ~Shell() = default;
+
+  /// system(): runs one command line and waits for it. Returns the wait status as system() does: 0
+  /// when the command ended with exit status 0. Blocks the caller; any thread may call.
+  virtual int run(const std::string& line) = 0;
+};
+
+/// What a script answered.
+struct ScriptResult {
+  bool succeeded = false;
+  /// The error's "NSAppleScriptErrorMessage"; empty after success.
+  std::string errorMessage;
+};
+
+/// Runs scripts of the platform's scripting language (NSAppleScript), which may ask the user for an
+/// administrator's password. Blocks the caller.
+class ScriptRunner {
+ public:
+  virtual ~ScriptRunner() = default;
+
+  virtual ScriptResult run(const std::string& script) = 0;
+};
+
+/// `word` as the shell takes it as one word: as it stands when it consists of letters, digits, ".",
+/// "_" and "-" alone, else quoted, whatever it holds.
+std::string shellWord(const std::string& word);
+
+/// The same for a path, in which "/" is plain as well.
+std::string shellPath(const std::string& path);
+
+}  // namespace corvane
