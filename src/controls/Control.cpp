@@ -17,6 +17,14 @@ void Control::setEnabled(bool enabled) {
   change(enabled_, enabled);
 }
 
+void Control::suspend() {
+  change(suspensions_, suspensions_ + 1);
+}
+
+void Control::resume() {
+  change(suspensions_, suspensions_ > 0 ? suspensions_ - 1 : 0);
+}
+
 void Control::setHint(const std::string& hint) {
   change(hint_, hint);
 }

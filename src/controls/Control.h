@@ -25,8 +25,14 @@ class Control {
   bool isHidden() const { return hidden_; }
   void setHidden(bool hidden);
 
-  bool isEnabled() const { return enabled_; }
+  /// Whether it can be used: enabled, and not suspended.
+  bool isEnabled() const { return enabled_ && suspensions_ == 0; }
   void setEnabled(bool enabled);
+
+  /// Takes the control out of use while some work goes on. Overlapping pieces of work each suspend
+  /// and resume it. What setEnabled() says meanwhile holds once all of them have resumed it.
+  void suspend();
+  void resume();
 
   /// Why the control cannot be used or what it does, shown beside the pointer. May be empty.
   const std::string& hint() const { return hint_; }
@@ -38,7 +44,7 @@ class Control {
 
  protected:
   /// Whether the user can act on it at all.
-  bool isUsable() const { return enabled_ && !hidden_; }
+  bool isUsable() const { return isEnabled() && !hidden_; }
 
   /// Assigns and tells the view, when there is a difference.
   template <typename Value>
@@ -58,6 +64,7 @@ class Control {
   std::string hint_;
   bool hidden_ = false;
   bool enabled_ = true;
+  int suspensions_ = 0;
   std::function<void()> observer_;
 };
 

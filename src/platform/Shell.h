@@ -1,8 +1,12 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 
 namespace corvane {
+
+/// What Shell::runWithin answers when the time was up; no wait status has this value.
+inline constexpr int shellTimedOut = -2;
 
 /// The system shell.
 class Shell {
@@ -12,6 +16,10 @@ class Shell {
   /// system(): runs one command line and waits for it. Returns the wait status as system() does: 0
   /// when the command ended with exit status 0. Blocks the caller; any thread may call.
   virtual int run(const std::string& line) = 0;
+
+  /// The same for a command that must not hold up its caller: once `limit` of real time has passed,
+  /// the shell and everything it started are killed, and the answer is shellTimedOut.
+  virtual int runWithin(const std::string& line, std::chrono::milliseconds limit) = 0;
 };
 
 /// What a script answered.
