@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/Shell.h"
+
+namespace corvane::macos {
+
+/// NSAppleScript. Main thread only, as that class demands.
+class MacScriptRunner final : public ScriptRunner {
+ public:
+  ScriptResult run(const std::string& script) override;
+};
+
+}  // namespace corvane::macos
