@@ -1,0 +1,50 @@
+#pragma once
+
+/// The four things the rest of the system does with package archives: build one,
+/// extract a file, read the package's own record, read a file's version. Each call
+/// reads or writes the whole package and releases what it allocated. The statuses,
+/// records and general rules are those of VelmarArchive.h.
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "CORVANE2Archive/VelmarArchive.h"
+
+namespace corvane {
+
+/// Bytes that callers keep for a version text, terminator included.
+inline constexpr std::size_t ArchiveVersionCapacity = 32;
+
+/// What an extraction came to, in bytes.
+struct ArchiveExtraction {
+  std::int32_t claimed = 0;   ///< what the package says the file's size is
+  std::uint64_t decoded = 0;  ///< what the package really holds
+  std::uint64_t written = 0;  ///< what arrived in the output file
+};
+
+/// Builds the package `path` of the first `info.fileCount` of `files`. Stops at the
+/// first failure and returns its status; the package then stays open and incomplete.
+ArchiveStatus CORVANE2Archive_Compress(const char* path, const ArchiveInfo& info,
+                                       const ArchiveFile* const* files);
+
+/// Extracts the file `fileId` of the package `path` into `outPath`, created or
+/// emptied. Writes as many bytes as the package claims, but never more than it
+/// holds; a short write does not change the status, ask `extraction` for it.
+/// Returns 0x100 when `outPath` cannot be created; on any other failure `outPath`
+/// is not touched.
+ArchiveStatus CORVANE2Archive_Decompress(const char* path, const char* fileId, const char* outPath,
+                                         ArchiveExtraction* extraction = nullptr,
+                                         const ArchiveProgress& progress = {});
+
+/// Fills an empty `info` from the package `path`; the caller owns its texts
+/// (`VelmarArchive_free_archive`).
+ArchiveStatus CORVANE2Archive_Parse_Archive(const char* path, ArchiveInfo& info);
+
+/// Copies the version text of the file `fileId` into `versionOut`, cut to fit and
+/// always terminated. On failure `versionOut` is not touched.
+ArchiveStatus CORVANE2Archive_Get_File_Version(const char* path, const char* fileId,
+                                               std::span<char> versionOut,
+                                               const ArchiveProgress& progress = {});
+
+}  // namespace corvane
