@@ -4,14 +4,17 @@
 /// own line breaks are a part of the format: one after 72 characters and one at the
 /// end, also when the last line is full.
 
-#include <b64/cdecode.h>
-#include <b64/cencode.h>
-
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
+
+// The library's headers do not say themselves that they are C.
+extern "C" {
+#include <b64/cdecode.h>
+#include <b64/cencode.h>
+}
 
 namespace corvane {
 

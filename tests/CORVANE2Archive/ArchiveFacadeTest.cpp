@@ -1,0 +1,198 @@
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "ArchiveFixtures.h"
+#include "CORVANE2Archive/CORVANE2Archive.h"
+
+namespace corvane::archivetest {
+namespace {
+
+class ArchiveFacadeTest : public testing::Test {
+ protected:
+  ArchiveStatus compress(std::vector<FileToAdd> files, std::int32_t count) {
+    InfoToWrite info{"CORVANE2", "1.0", count};
+    std::vector<ArchiveFile> records;
+    for (auto& file : files) records.push_back(file.record());
+    std::vector<const ArchiveFile*> references;
+    for (const auto& record : records) references.push_back(&record);
+    return CORVANE2Archive_Compress(path.c_str(), info.record(), references.data());
+  }
+
+  ArchiveStatus decompress(const char* id) {
+    return CORVANE2Archive_Decompress(path.c_str(), id, out.c_str(), &extraction);
+  }
+
+  TemporaryFolder folder;
+  std::string path = folder.path("a.pkg");
+  std::string out = folder.path("out.bin");
+  ArchiveExtraction extraction;
+};
+
+TEST_F(ArchiveFacadeTest, CompressBuildsAClosedPackage) {
+  ASSERT_EQ(compress({goldenImageFile(), goldenNotesFile()}, 2), 0u);
+  EXPECT_EQ(readFile(path), golden("two-files.pkg"));
+}
+
+TEST_F(ArchiveFacadeTest, CompressTakesAsManyFilesAsAnnounced) {
+  ASSERT_EQ(compress({goldenImageFile(), goldenNotesFile()}, 1), 0u);
+  ASSERT_EQ(decompress("emulex.grp"), 0u);
+  EXPECT_EQ(decompress("emulex"), 17u);
+}
+
+TEST_F(ArchiveFacadeTest, CompressOfNoFilesIsAValidPackage) {
+  ASSERT_EQ(compress({}, 0), 0u);
+  ArchiveInfo info;
+  ASSERT_EQ(CORVANE2Archive_Parse_Archive(path.c_str(), info), 0u);
+  EXPECT_EQ(info.fileCount, 0);
+  VelmarArchive_free_archive(info);
+}
+
+TEST_F(ArchiveFacadeTest, CompressStopsAtTheFirstFailure) {
+  path = folder.path("no/such.pkg");
+  EXPECT_EQ(compress({goldenNotesFile()}, 1), 257u);
+  path = "/dev/full";
+  EXPECT_EQ(compress({goldenNotesFile()}, 1), 260u);
+}
+
+TEST_F(ArchiveFacadeTest, DecompressWritesTheFile) {
+  path = dataPath("two-files.pkg");
+  writeFile(out, std::string(5000, 'x'));
+  ASSERT_EQ(decompress("emulex.grp"), 0u);
+  EXPECT_EQ(readFile(out), goldenImage());
+  EXPECT_EQ(extraction.claimed, 200);
+  EXPECT_EQ(extraction.decoded, 200u);
+  EXPECT_EQ(extraction.written, 200u);
+}
+
+TEST_F(ArchiveFacadeTest, DecompressOfAnEmptyFileCreatesAnEmptyFile) {
+  path = dataPath("lengths.pkg");
+  ASSERT_EQ(decompress("length0"), 0u);
+  EXPECT_EQ(readFile(out), "");
+}
+
+TEST_F(ArchiveFacadeTest, DecompressOfAnAbsentIdCreatesNothing) {
+  path = dataPath("two-files.pkg");
+  EXPECT_EQ(decompress("emulex.grp2"), 17u);
+  EXPECT_FALSE(std::filesystem::exists(out));
+}
+
+TEST_F(ArchiveFacadeTest, DecompressOfADamagedPackageLeavesTheOutputAlone) {
+  writeFile(out, "before");
+  path = dataPath("after-add.pkg");
+  EXPECT_EQ(decompress("emulex.grp"), 19u);
+  path = folder.path("missing.pkg");
+  EXPECT_EQ(decompress("emulex.grp"), 257u);
+  EXPECT_EQ(readFile(out), "before");
+}
+
+TEST_F(ArchiveFacadeTest, DecompressReportsAnOutputThatCannotBeCreated) {
+  path = dataPath("two-files.pkg");
+  out = folder.path("no/such/out.bin");
+  EXPECT_EQ(decompress("emulex.grp"), 256u);
+  out = folder.path("");
+  EXPECT_EQ(decompress("emulex.grp"), 256u);
+  EXPECT_EQ(decompress("absent"), 17u) << "the id is looked up before the output is created";
+}
+
+TEST_F(ArchiveFacadeTest, DecompressDoesNotReportAFullDiskButTellsIt) {
+  path = dataPath("two-files.pkg");
+  out = "/dev/full";
+  EXPECT_EQ(decompress("emulex.grp"), 0u);
+  EXPECT_EQ(extraction.decoded, 200u);
+  EXPECT_EQ(extraction.written, 0u);
+}
+
+TEST_F(ArchiveFacadeTest, ClaimedSizeCutsTheOutput) {
+  writeFile(path, closedPackage(indexOf("1", fileBlock("a", "2", "QUJD\n"))));
+  ASSERT_EQ(decompress("a"), 0u);
+  EXPECT_EQ(readFile(out), "AB");
+  EXPECT_EQ(extraction.decoded, 3u);
+}
+
+TEST_F(ArchiveFacadeTest, NothingBeyondTheDecodedBytesIsWritten) {
+  for (const char* size : {"4", "100", "2147483647", "99999999999999999999"}) {
+    writeFile(path, closedPackage(indexOf("1", fileBlock("a", size, "QUJD\n"))));
+    ASSERT_EQ(decompress("a"), 0u) << size;
+    EXPECT_EQ(readFile(out), "ABC") << size;
+  }
+}
+
+TEST_F(ArchiveFacadeTest, SizesThatMakeNoSenseGiveAnEmptyFile) {
+  for (const char* size : {"0", "-1", "-2147483648", "-99999999999", "", "x"}) {
+    writeFile(path, closedPackage(indexOf("1", fileBlock("a", size, "QUJD\n"))));
+    ASSERT_EQ(decompress("a"), 0u) << size;
+    EXPECT_EQ(readFile(out), "") << size;
+  }
+}
+
+TEST_F(ArchiveFacadeTest, ChunkIsDecodedAcrossPieces) {
+  std::string bytes;
+  for (std::uint32_t at = 0; at < 500'000; ++at) bytes += static_cast<char>(at * 2654435761u >> 24);
+  ASSERT_EQ(compress({{"big", "1", "", "", bytes}}, 1), 0u);
+  ASSERT_EQ(decompress("big"), 0u);
+  EXPECT_EQ(readFile(out), bytes);
+}
+
+TEST_F(ArchiveFacadeTest, ForeignCharactersInAChunkAreSkipped) {
+  const std::string code = "Q \r\n\tU" + std::string(200'000, '\n') +
+                           "J*-\x80\xFE"
+                           "D=\n";
+  writeFile(path, closedPackage(indexOf("1", fileBlock("a", "3", code))));
+  ASSERT_EQ(decompress("a"), 0u);
+  EXPECT_EQ(readFile(out), "ABC");
+}
+
+TEST_F(ArchiveFacadeTest, VersionIsCopiedAndTerminated) {
+  std::array<char, ArchiveVersionCapacity> version;
+  version.fill('?');
+  ASSERT_EQ(
+      CORVANE2Archive_Get_File_Version(dataPath("two-files.pkg").c_str(), "emulex.grp", version),
+      0u);
+  EXPECT_STREQ(version.data(), "11.2.156.27");
+}
+
+TEST_F(ArchiveFacadeTest, VersionOfAnyLengthStaysInTheBuffer) {
+  for (const std::size_t length : {30u, 31u, 32u, 33u, 5000u}) {
+    ASSERT_EQ(compress({{"a", std::string(length, 'v'), "", "", ""}}, 1), 0u);
+    std::array<char, ArchiveVersionCapacity + 1> version;
+    version.fill('?');
+    ASSERT_EQ(CORVANE2Archive_Get_File_Version(path.c_str(), "a",
+                                               std::span(version).first<ArchiveVersionCapacity>()),
+              0u);
+    EXPECT_EQ(version.data(), std::string(std::min<std::size_t>(length, 31), 'v'));
+    EXPECT_EQ(version.back(), '?');
+  }
+}
+
+TEST_F(ArchiveFacadeTest, VersionIntoNoBufferIsOnlyTheStatus) {
+  EXPECT_EQ(CORVANE2Archive_Get_File_Version(dataPath("two-files.pkg").c_str(), "emulex", {}), 0u);
+}
+
+TEST_F(ArchiveFacadeTest, FailedVersionLeavesTheBufferUntouched) {
+  std::array<char, ArchiveVersionCapacity> version;
+  version.fill('?');
+  const auto untouched = version;
+  const std::pair<const char*, std::uint32_t> cases[] = {
+      {"after-add.pkg", 19}, {"missing.pkg", 257}, {"image.bin", 19}, {"no-files.pkg", 17}};
+  for (const auto& [name, status] : cases) {
+    EXPECT_EQ(CORVANE2Archive_Get_File_Version(dataPath(name).c_str(), "emulex.grp", version),
+              status)
+        << name;
+    EXPECT_EQ(version, untouched);
+  }
+}
+
+TEST_F(ArchiveFacadeTest, ArchiveRecordIsTheCallers) {
+  ArchiveInfo info;
+  ASSERT_EQ(CORVANE2Archive_Parse_Archive(dataPath("lengths.pkg").c_str(), info), 0u);
+  EXPECT_STREQ(info.id, "LENGTHS");
+  EXPECT_STREQ(info.version, "1");
+  EXPECT_EQ(info.fileCount, 10);
+  VelmarArchive_free_archive(info);
+  EXPECT_EQ(CORVANE2Archive_Parse_Archive(dataPath("after-begin.pkg").c_str(), info), 19u);
+  EXPECT_EQ(info.id, nullptr);
+}
+
+}  // namespace
+}  // namespace corvane::archivetest
