@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace corvane {
+
+/// The file that takes the output of one command, from before the command runs until its output
+/// has been read back. The folder may be writable by everybody, so the file is never reached
+/// through a link and is readable by its owner alone; a file of another kind or owner that stands
+/// in its place is removed. While the object lives, no other process of the utility has the file.
+/// The file itself stays when the object goes.
+class ScratchFile {
+ public:
+  /// Makes the file, or empties the one from the last command. Waits for another process that has
+  /// it.
+  explicit ScratchFile(const std::string& path);
+  ScratchFile(const ScratchFile&) = delete;
+  ScratchFile& operator=(const ScratchFile&) = delete;
+  ~ScratchFile();
+
+  /// Whether there is such a file. If not, no command must write to the path.
+  bool isOpen() const { return descriptor_ >= 0; }
+
+  /// What the file holds, at most scratchFileLimit bytes; nothing when it cannot be read.
+  std::optional<std::string> contents() const;
+
+ private:
+  int descriptor_;
+};
+
+/// The most bytes of a command's output that are looked at. The real tools print a few kilobytes.
+inline constexpr size_t scratchFileLimit = size_t{16} << 20;
+
+}  // namespace corvane

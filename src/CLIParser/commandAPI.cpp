@@ -1,0 +1,91 @@
+#include "CLIParser/commandAPI.h"
+
+#include <array>
+
+#include "CLIParser/toolReports.h"
+
+namespace corvane {
+
+namespace {
+
+struct Preset {
+  PerformanceMode mode;
+  PerformanceSettings settings;
+};
+
+/// Balanced and Server differ in the number of receive rings only.
+constexpr std::array presets = {
+    Preset{PerformanceMode::LowLatency, {4000, 512, 8000, 1024, 1}},
+    Preset{PerformanceMode::Balanced, {8000, 512, 16000, 1024, 1}},
+    Preset{PerformanceMode::HighThroughput, {12000, 1024, 24000, 2048, 1}},
+    Preset{PerformanceMode::Server, {8000, 512, 16000, 1024, 8}},
+};
+
+const PerformanceSettings& settingsOf(PerformanceMode mode) {
+  return presets[static_cast<size_t>(mode) - 1].settings;
+}
+
+PerformanceMode modeOf(const PerformanceSettings& settings) {
+  for (const Preset& preset : presets) {
+    if (preset.settings == settings) return preset.mode;
+  }
+  return PerformanceMode::Custom;
+}
+
+}  // namespace
+
+int64_t commandAPI::returnCurrentMode(const std::string& nicName) {
+  const CommandTurn turn;
+  command_.setNicName(nicName);
+  current_.rxIntrThrottle = readSetting("RxIntrThrottle");
+  current_.rxRingSize = readSetting("RxRingSize");
+  current_.txIntrThrottle = readSetting("TxIntrThrottle");
+  current_.txRingSize = readSetting("TxRingSize");
+  command_.setCommandTittle("RxRingCount");
+  current_.rxRingCount = command_.getFuckSmallTreeRxring(command_);
+  return static_cast<int64_t>(modeOf(current_));
+}
+
+int64_t commandAPI::setLowLatencyMode(const std::string& nicName) {
+  return applyPreset(nicName, PerformanceMode::LowLatency);
+}
+
+int64_t commandAPI::setBalancedMode(const std::string& nicName) {
+  return applyPreset(nicName, PerformanceMode::Balanced);
+}
+
+int64_t commandAPI::setHighThroughputMode(const std::string& nicName) {
+  return applyPreset(nicName, PerformanceMode::HighThroughput);
+}
+
+int64_t commandAPI::setServerMode(const std::string& nicName) {
+  return applyPreset(nicName, PerformanceMode::Server);
+}
+
+int64_t commandAPI::applyPreset(const std::string& nicName, PerformanceMode mode) {
+  const CommandTurn turn;
+  const PerformanceSettings& settings = settingsOf(mode);
+  command_.setNicName(nicName);
+  writeSetting("RxIntrThrottle", settings.rxIntrThrottle);
+  writeSetting("RxRingSize", settings.rxRingSize);
+  writeSetting("TxIntrThrottle", settings.txIntrThrottle);
+  writeSetting("TxRingSize", settings.txRingSize);
+  command_.setCommandTittle("RxRingCount");
+  command_.setSetValue(std::to_string(settings.rxRingCount));
+  command_.setFuckSmallTreeRxring(command_);
+  command_.saveCommand(command_);
+  return 0;
+}
+
+int64_t commandAPI::readSetting(const char* title) {
+  command_.setCommandTittle(title);
+  return leadingInteger(command_.getCommand(command_).value_or(""));
+}
+
+void commandAPI::writeSetting(const char* title, int64_t value) {
+  command_.setCommandTittle(title);
+  command_.setSetValue(std::to_string(value));
+  command_.setCommand(command_);
+}
+
+}  // namespace corvane

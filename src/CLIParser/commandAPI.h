@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "CLIParser/commandBody.h"
+
+namespace corvane {
+
+/// The performance presets of a 10GbE port, by the numbers that are also the tags of the menu.
+enum class PerformanceMode : int64_t {
+  LowLatency = 1,
+  Balanced = 2,
+  HighThroughput = 3,
+  Server = 4,
+  Custom = 5,  ///< the settings are those of no preset
+};
+
+/// The five driver settings that a preset fixes.
+struct PerformanceSettings {
+  int64_t rxIntrThrottle = 0;  ///< receive interrupts per second
+  int64_t rxRingSize = 0;      ///< receive descriptors in a ring
+  int64_t txIntrThrottle = 0;  ///< transmit interrupts per second
+  int64_t txRingSize = 0;      ///< transmit descriptors in a ring
+  int64_t rxRingCount = 0;     ///< receive rings
+
+  bool operator==(const PerformanceSettings&) const = default;
+};
+
+/// Applies the performance presets and recognises them. Blocks while the commands run; each
+/// operation is one turn of the command channel, so nothing comes between its commands.
+class commandAPI {
+ public:
+  /// `shell` and `paths` outlive the object.
+  commandAPI(Shell& shell, const Paths& paths) : command_(shell, paths) {}
+
+  /// The preset that the interface is set to, 1 to 4, or 5 when it is set to none of them.
+  /// A setting that cannot be read counts as 0.
+  int64_t returnCurrentMode(const std::string& nicName);
+
+  /// Write a preset to the interface and save it. A write that fails does not stop the rest;
+  /// the result is always 0.
+  int64_t setLowLatencyMode(const std::string& nicName);
+  int64_t setBalancedMode(const std::string& nicName);
+  int64_t setHighThroughputMode(const std::string& nicName);
+  int64_t setServerMode(const std::string& nicName);
+
+  /// What returnCurrentMode() last read.
+  int64_t currentRxIntrThrottle() const { return current_.rxIntrThrottle; }
+  int64_t currentRxRingSize() const { return current_.rxRingSize; }
+  int64_t currentRxRingCount() const { return current_.rxRingCount; }
+  int64_t currentTxIntrThrottle() const { return current_.txIntrThrottle; }
+  int64_t currentTxRingSize() const { return current_.txRingSize; }
+
+ private:
+  int64_t applyPreset(const std::string& nicName, PerformanceMode mode);
+  int64_t readSetting(const char* title);
+  void writeSetting(const char* title, int64_t value);
+
+  commandBody command_;
+  PerformanceSettings current_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Paths.h"
+#include "platform/Shell.h"
+
+namespace corvane {
+
+/// A folder of its own that goes with the object.
+class TemporaryFolder {
+ public:
+  TemporaryFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "corvane-test-XXXXXX").string();
+    path_ = mkdtemp(pattern.data());
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  ~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+/// A shell that runs nothing: it keeps the command lines and writes what the test gave for the
+/// command before the redirection into the scratch file, as the redirection would.
+class ScriptedShell : public Shell {
+ public:
+  explicit ScriptedShell(const Paths& paths) : paths_(paths) {}
+
+  /// What the command prints that stands before the redirection, such as "TOOL en5 getRxRingSize".
+  void answer(const std::string& command, const std::string& output) { answers_[command] = output; }
+  void forget(const std::string& command) { answers_.erase(command); }
+
+  /// Makes the command hang until its time is up.
+  void hang(const std::string& command) { hanging_ = command; }
+
+  int run(const std::string& line) override {
+    lines.push_back(line);
+    const size_t redirection = line.find(" > ");
+    if (redirection != std::string::npos) {
+      std::ofstream(paths_.scratchFile, std::ios::binary) << output(line.substr(0, redirection));
+    }
+    return 0;
+  }
+
+  int runWithin(const std::string& line, std::chrono::milliseconds limit) override {
+    limits.push_back(limit);
+    const int status = run(line);
+    return hanging_ && line.starts_with(*hanging_) ? shellTimedOut : status;
+  }
+
+  std::vector<std::string> lines;
+  std::vector<std::chrono::milliseconds> limits;
+
+ private:
+  std::string output(const std::string& command) const {
+    const auto found = answers_.find(command);
+    return found == answers_.end() ? "" : found->second;
+  }
+
+  const Paths& paths_;
+  std::map<std::string, std::string> answers_;
+  std::optional<std::string> hanging_;
+};
+
+/// The paths of a Mac, save for the scratch file, which lies in `folder`.
+inline Paths pathsWithScratchFileIn(const std::filesystem::path& folder) {
+  Paths paths;
+  paths.utilityTool = "/usr/local/bin/corvaneutil";
+  paths.scratchFile = (folder / "corvaneOutput.txt").string();
+  return paths;
+}
+
+}  // namespace corvane
