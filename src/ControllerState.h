@@ -5,6 +5,7 @@
 #include <string>
 
 #include "DeviceList.h"
+#include "platform/UserPrompts.h"
 
 namespace corvane {
 
@@ -33,6 +34,9 @@ struct ControllerState {
   std::string driverVersion_10G = "0.0.0";
 
   std::string iconName;
+
+  /// The alert that tells of a firmware update, shown anew with changed texts at each step.
+  AlertContent updateAlert;
 };
 
 }  // namespace corvane

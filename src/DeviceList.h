@@ -12,6 +12,7 @@ namespace corvane {
 
 class Corvane2Device;
 class Corvane2Device_10GE;
+class Corvane2Info;
 
 /// The two families of adapters, by the numbers that `intProduct` holds.
 enum class AdapterFamily : int64_t { FibreChannel = 1, TenGigabit = 2 };
@@ -25,6 +26,9 @@ struct DeviceListEntry {
   std::string Version;      ///< firmware version; empty for 10GbE
   std::string ProductType;  ///< product name
   std::string pcidebug;     ///< PCI bus number of a 10GbE adapter; empty for Fibre Channel
+
+  /// What the driver tells of a Fibre Channel adapter; null for 10GbE. Main queue only.
+  std::shared_ptr<Corvane2Info> info;
 
   AdapterFamily family() const {
     return std::holds_alternative<std::shared_ptr<Corvane2Device>>(obj)

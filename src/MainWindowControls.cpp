@@ -9,6 +9,7 @@ MainWindowControls::MainWindowControls(const Dispatch& dispatch)
       port2Button(dispatch, "port2Button"),
       deviceButton(dispatch, "deviceButton"),
       refreshButton(dispatch, "refreshButton"),
+      fuckMenu(dispatch, "fuckMenu"),
       checkUpdate(dispatch, "checkUpdate"),
       updateFW(dispatch, "updateFW"),
       downloadLogs(dispatch, "downloadLogs"),

@@ -2,6 +2,7 @@
 
 #include "controls/Button.h"
 #include "controls/CheckBox.h"
+#include "controls/Menu.h"
 #include "controls/PopUpButton.h"
 #include "controls/ProgressIndicator.h"
 #include "controls/TabView.h"
@@ -33,6 +34,7 @@ struct MainWindowControls {
   Button refreshButton;
 
   // The bar below, and the menus.
+  Menu fuckMenu;  ///< the application menu
   Button checkUpdate;
   Button updateFW;
   Button downloadLogs;

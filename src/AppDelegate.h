@@ -1,0 +1,143 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "AboutDialog.h"
+#include "ControllerState.h"
+#include "MainWindowControls.h"
+#include "controls/InterfaceWindow.h"
+#include "platform/Platform.h"
+
+namespace corvane {
+
+class DeviceMonitorCORVANE2;
+class DeviceMonitorCORVANE2_10GE;
+
+/// A cell of the device table.
+struct DeviceTableCell {
+  std::string identifier;  ///< which of the interface file's cells it is made from
+  std::string text;        ///< two lines: the product and the label
+  std::string image;       ///< icon file name
+
+  bool operator==(const DeviceTableCell&) const = default;
+};
+
+/// The tags of the three buttons that choose a page.
+enum class PageButtonTag : int64_t { Port1 = 0, Port2 = 1, Device = 2 };
+
+/// The application's controller. It owns the controls of the main window, what the pages share, the
+/// two adapter monitors and the controllers of the pages; it keeps the device list as adapters come
+/// and go and decides which page is on show. A face (the window, the command line) renders the
+/// controls and calls the operations; it decides nothing itself.
+///
+/// Made, used and destroyed on the main thread, save for the notification handlers.
+class AppDelegate {
+ public:
+  /// What the platform refers to outlives the controller.
+  explicit AppDelegate(const Platform& platform);
+
+  /// Stops both monitors and waits until nothing of theirs runs any more.
+  ~AppDelegate();
+
+  AppDelegate(const AppDelegate&) = delete;
+  AppDelegate& operator=(const AppDelegate&) = delete;
+
+  MainWindowControls& controls() { return controls_; }
+  ControllerState& state() { return state_; }
+  InterfaceWindow& mainWindow() { return mainWindow_; }
+  AboutDialog& aboutDialog() { return aboutDialog_; }
+  DeviceMonitorCORVANE2& device() { return *device_; }
+  DeviceMonitorCORVANE2_10GE& device_10GE() { return *device_10GE_; }
+
+  // The application's life.
+
+  void applicationDidFinishLaunching();
+
+  /// Makes the main window visible again; true.
+  bool applicationShouldHandleReopen(bool hasVisibleWindows);
+
+  /// `discovered` is called on the main queue once both monitors have started or failed to, after
+  /// the adapters that were attached by then have been listed. Set it before the launch.
+  void whenDiscovered(std::function<void()> discovered);
+
+  // The monitors' notifications, on the posting thread. The list changes at once; everything else
+  // follows on the main queue.
+
+  void corvane2Appeared(const Notification& notification);
+  void corvane2Disappeared(const Notification& notification);
+  void corvane2Appeared_10GE(const Notification& notification);
+  void corvane2Disappeared_10GE(const Notification& notification);
+
+  // The device table.
+
+  /// The number of adapters. The page buttons are enabled unless there is none.
+  int64_t numberOfRowsInTableView();
+
+  /// The cell of a row; an empty one when there is no such row.
+  DeviceTableCell tableViewViewForTableColumn(int64_t row) const;
+
+  /// The user selected another row of the table: its first page is shown.
+  void tableViewSelectionIsChanging();
+
+  /// Selects the row as a user would. A row that does not exist changes nothing.
+  void selectRow(int64_t row);
+
+  // The pages.
+
+  /// The user pressed one of the buttons that choose a page; its tag says which.
+  void selectTabButon(Button& button);
+
+  /// Reads anew what is on show.
+  void refreshInformation();
+
+  /// Whether the driver of the family on show is too old for the pages' settings: 0 when it is not,
+  /// 1 or 2 when it is.
+  int64_t compareDriverVersion() const;
+
+  void showAbout();
+
+ private:
+  void observe(const std::string& name, void (AppDelegate::*handler)(const Notification&));
+  void setUpAuthorizationView();
+  void prepareControls();
+  void prepareUpdateAlert();
+  void registerForNotifications();
+  void giveToolAdministratorRights();
+  void startMonitors();
+  void onMain(std::function<void()> work);
+
+  void showArrival(const DeviceListEntry& arrived);
+  void showDeparture();
+  void reloadDeviceTable();
+  void makeCurrent(const DeviceListEntry& entry);
+  void showFirstRow();
+  void showSelection(const DeviceListEntry& entry);
+  void showFibreChannelSelection();
+  void showTenGigabitSelection(const Corvane2Device_10GE& adapter);
+  void showNoAdapter();
+  void showPortPage(AdapterFamily family, int64_t portIndex);
+  void showDevicePage(AdapterFamily family);
+  void fillPortPage(AdapterFamily family, int64_t portIndex);
+  void fillDevicePage(AdapterFamily family);
+  void markPageButton(PageButtonTag tag);
+  void clearPages();
+
+  const Platform platform_;
+  MainWindowControls controls_;
+  ControllerState state_;
+  InterfaceWindow mainWindow_;
+  AboutDialog aboutDialog_;
+
+  std::unique_ptr<DeviceMonitorCORVANE2> device_;
+  std::unique_ptr<DeviceMonitorCORVANE2_10GE> device_10GE_;
+  std::vector<std::unique_ptr<Observation>> observations_;
+  std::function<void()> discovered_;
+  std::shared_ptr<AppDelegate*>
+      self_;  ///< what waits on the main queue reaches the controller by it
+};
+
+}  // namespace corvane
