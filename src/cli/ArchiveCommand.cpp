@@ -1,0 +1,153 @@
+#include "cli/ArchiveCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <array>
+#include <filesystem>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "CORVANE2Archive/CORVANE2Archive.h"
+#include "cli/ArchiveReport.h"
+#include "cli/ArchiveVerification.h"
+#include "cli/CommandOutput.h"
+#include "cli/PackageCreation.h"
+
+namespace corvane {
+
+namespace {
+
+using nlohmann::ordered_json;
+
+/// Enough for any version that a person would print; packages may hold longer ones.
+constexpr std::size_t PrintedVersionCapacity = 4096;
+
+struct ArchiveArguments {
+  std::string package;
+  std::string fileId;
+  std::string path;
+};
+
+void createPackageFile(CommandContext& context, const ArchiveArguments& arguments) {
+  createPackage(context, arguments.package, arguments.path);
+  printStatusAnswer(context, ordered_json::object());
+}
+
+ordered_json fileFields(const ArchiveMember& member) {
+  return {{"id", member.id},
+          {"version", member.version},
+          {"description", member.description},
+          {"name", member.name},
+          {"size", member.size}};
+}
+
+void listPackage(CommandContext& context, const ArchiveArguments& arguments) {
+  const ReadPackage package(context, arguments.package);
+  auto files = ordered_json::array();
+  package.eachFile([&](const ArchiveMember& member) { files.push_back(fileFields(member)); });
+  printStatusAnswer(context, {{"id", package.info().id},
+                              {"version", package.info().version},
+                              {"fileCount", package.info().fileCount},
+                              {"files", files}});
+}
+
+void verifyPackageFile(CommandContext& context, const ArchiveArguments& arguments) {
+  const ReadPackage package(context, arguments.package);
+  const auto found = verifyPackage(context, package);
+  if (found.problems > 0) {
+    throw CommandFailure(ExitStatus::Failed, arguments.package, found.text(),
+                         "Do not use this package; get or build it again.",
+                         ordered_json{{"status", ArchiveSuccess}, {"problem", found.text()}});
+  }
+  printStatusAnswer(context, {{"files", found.files}, {"bytes", found.bytes}});
+}
+
+void refuseToOverwriteThePackage(const ArchiveArguments& arguments) {
+  std::error_code ignored;
+  if (std::filesystem::equivalent(arguments.package, arguments.path, ignored)) {
+    throw CommandFailure(ExitStatus::WrongCommandLine, arguments.path,
+                         "is the package itself, which extracting would overwrite",
+                         "Name another file to extract into.");
+  }
+}
+
+void extractFile(CommandContext& context, const ArchiveArguments& arguments) {
+  refuseToOverwriteThePackage(arguments);
+  ArchiveExtraction extraction;
+  ArchiveStatus status = ArchiveSuccess;
+  {
+    PackageProgress progress(context, "reading", packageSize(arguments.package));
+    status = CORVANE2Archive_Decompress(arguments.package.c_str(), arguments.fileId.c_str(),
+                                        arguments.path.c_str(), &extraction, progress.function());
+  }
+  if (status == ArchiveOutputNotCreated) failArchive(arguments.path, status);
+  requireSuccess(arguments.package, status);
+  const auto claimed = static_cast<std::uint64_t>(std::max(extraction.claimed, 0));
+  if (extraction.written < std::min(claimed, extraction.decoded)) {
+    failArchive(arguments.path, ArchiveShortWrite);
+  }
+  if (static_cast<std::int64_t>(extraction.decoded) != extraction.claimed) {
+    printNote(context, sizeProblem(arguments.fileId, extraction.decoded, extraction.claimed));
+  }
+  printStatusAnswer(context, ordered_json::object());
+}
+
+void printVersion(CommandContext& context, const ArchiveArguments& arguments) {
+  std::array<char, PrintedVersionCapacity> version{};
+  ArchiveStatus status = ArchiveSuccess;
+  {
+    PackageProgress progress(context, "reading", packageSize(arguments.package));
+    status = CORVANE2Archive_Get_File_Version(arguments.package.c_str(), arguments.fileId.c_str(),
+                                              version, progress.function());
+  }
+  requireSuccess(arguments.package, status);
+  if (context.json) {
+    printStatusAnswer(context, {{"version", version.data()}});
+  } else {
+    printAnswer(context, version.data());
+  }
+}
+
+using ArchiveAction = void (*)(CommandContext&, const ArchiveArguments&);
+
+CLI::App& addAction(CLI::App& archive, CommandContext& context,
+                    const std::shared_ptr<ArchiveArguments>& arguments, const char* name,
+                    const char* description, ArchiveAction action) {
+  auto* command = archive.add_subcommand(name, description);
+  addJsonFlag(*command, context);
+  command->callback([&context, arguments, action] { action(context, *arguments); });
+  return *command;
+}
+
+}  // namespace
+
+void addArchiveCommand(CLI::App& app, CommandContext& context) {
+  const auto arguments = std::make_shared<ArchiveArguments>();
+  auto* archive = app.add_subcommand("archive", "Build, look into and unpack firmware packages");
+  archive->require_subcommand(1);
+
+  auto& create = addAction(*archive, context, arguments, "create",
+                           "Build a package of the files that a manifest names", createPackageFile);
+  create.add_option("OUT", arguments->package, "The package to write")->required();
+  create.add_option("MANIFEST", arguments->path, "What goes into it, a JSON file")->required();
+
+  auto& list = addAction(*archive, context, arguments, "list",
+                         "Show what a package says about itself and its files", listPackage);
+  list.add_option("FILE", arguments->package, "The package")->required();
+
+  auto& verify = addAction(*archive, context, arguments, "verify",
+                           "Read a whole package and each of its files", verifyPackageFile);
+  verify.add_option("FILE", arguments->package, "The package")->required();
+
+  auto& extract = addAction(*archive, context, arguments, "extract",
+                            "Write a file of a package to the disk", extractFile);
+  extract.add_option("FILE", arguments->package, "The package")->required();
+  extract.add_option("ID", arguments->fileId, "The id of the file in the package")->required();
+  extract.add_option("OUT", arguments->path, "The file to write")->required();
+
+  auto& version = addAction(*archive, context, arguments, "version",
+                            "Print the version of a file of a package", printVersion);
+  version.add_option("FILE", arguments->package, "The package")->required();
+  version.add_option("ID", arguments->fileId, "The id of the file in the package")->required();
+}
+
+}  // namespace corvane
