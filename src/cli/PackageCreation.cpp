@@ -72,7 +72,8 @@ class PackageBuilder {
   PackageBuilder(CommandContext& context, ArchiveManifest manifest, std::string shownPath)
       : manifest_(std::move(manifest)),
         shownPath_(std::move(shownPath)),
-        bar_(context, "writing") {}
+        total_(totalSize(manifest_)),
+        progress_(context, "writing", total_) {}
 
   void build(const std::string& path) {
     ArchiveInfo info;
