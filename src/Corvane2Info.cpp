@@ -1,0 +1,18 @@
+#include "Corvane2Info.h"
+
+#include "discovery/ChainPosition.h"
+
+namespace corvane {
+
+Corvane2Info::Corvane2Info(const Platform& platform)
+    : port1Info(platform.userClient, platform.dispatch, platform.log),
+      port2Info(platform.userClient, platform.dispatch, platform.log),
+      registry_(platform.registry) {}
+
+int64_t Corvane2Info::sortDeviceSequence(RegistryHandle service) {
+  const ChainPosition position = findChainPosition(registry_, service);
+  if (position.port) devicePort = position.port;
+  return position.sequence;
+}
+
+}  // namespace corvane

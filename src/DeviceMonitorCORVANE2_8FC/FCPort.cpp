@@ -1,0 +1,51 @@
+#include "DeviceMonitorCORVANE2_8FC/FCPort.h"
+
+#include "discovery/Products.h"
+#include "discovery/RegistryText.h"
+#include "discovery/RegistryWalk.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr size_t worldWideNameBytes = 8;
+
+/// The maker's Thunderbolt vendor number, 2, as the registry's bytes print.
+constexpr const char* makerVendorText = "<02000000>";
+
+const Product* productOfTunnelEndpoint(const PropertyValue::Dictionary& properties) {
+  if (propertyText(properties, "Tunnel Endpoint Device Vendor ID") != makerVendorText)
+    return nullptr;
+  return productRecognised(AdapterFamily::FibreChannel,
+                           propertyText(properties, "Tunnel Endpoint Device Model ID"));
+}
+
+}  // namespace
+
+FCPort::FCPort(Registry& registry, RegistryHandle service) : portService_(registry, service) {
+  if (service == 0) return;
+  getWWN(registry);
+  findDeviceName(registry);
+}
+
+void FCPort::getWWN(Registry& registry) {
+  if (registry.properties(portService_.get(), property_) != statusSuccess) return;
+  const auto* found = findProperty(property_, "Controller Characteristics");
+  const auto* characteristics = found != nullptr ? found->dictionary() : nullptr;
+  if (characteristics == nullptr) return;
+  nodeWWN_ = colonPairs(*characteristics, "Node World Wide Name", worldWideNameBytes);
+  portWWN_ = trimmedDataText(*characteristics, "Port World Wide Name");
+}
+
+void FCPort::findDeviceName(Registry& registry) {
+  RegistryWalk walk(registry, portService_.get());
+  while (walk.next()) {
+    if (!walk.properties(property_)) continue;
+    if (const Product* product = productOfTunnelEndpoint(property_)) {
+      procudtTpe_ = product->name;
+      return;
+    }
+  }
+}
+
+}  // namespace corvane
