@@ -1,0 +1,191 @@
+#include "platform/posix/ThreadDispatch.h"
+
+#include <exception>
+#include <utility>
+
+namespace corvane {
+
+namespace {
+
+/// Whether the calling thread belongs to the pool; only its work can be unwound.
+thread_local bool threadOfPool = false;
+
+}  // namespace
+
+struct ThreadDispatch::State {
+  std::mutex mutex;  ///< guards everything below
+  std::condition_variable changed;
+  std::deque<std::function<void()>> work;
+  size_t idleThreads = 0;
+  bool ended = false;
+};
+
+class ThreadDispatch::Group final : public DispatchGroup {
+ public:
+  explicit Group(ThreadDispatch& dispatch) : dispatch_(dispatch) {}
+
+  void async(QueuePriority priority, std::function<void()> work) override {
+    auto member = std::make_shared<Member>(dispatch_.state_, pending_);
+    dispatch_.asyncGlobal(priority,
+                          [work = std::move(work), member = std::move(member)] { work(); });
+  }
+
+  void wait() override {
+    {
+      std::unique_lock lock(dispatch_.state_->mutex);
+      dispatch_.state_->changed.wait(
+          lock, [this] { return *pending_ == 0 || (threadOfPool && dispatch_.state_->ended); });
+    }
+    dispatch_.unwindIfEnded();
+  }
+
+ private:
+  /// Counts as pending as long as it lives: until the work has ended, or was dropped or unwound.
+  class Member {
+   public:
+    Member(std::shared_ptr<State> state, std::shared_ptr<size_t> pending)
+        : state_(std::move(state)), pending_(std::move(pending)) {
+      const std::lock_guard lock(state_->mutex);
+      ++*pending_;
+    }
+    Member(const Member&) = delete;
+    Member& operator=(const Member&) = delete;
+    ~Member() {
+      const std::lock_guard lock(state_->mutex);
+      --*pending_;
+      state_->changed.notify_all();
+    }
+
+   private:
+    std::shared_ptr<State> state_;
+    std::shared_ptr<size_t> pending_;
+  };
+
+  ThreadDispatch& dispatch_;
+  std::shared_ptr<size_t> pending_ = std::make_shared<size_t>(0);  ///< guarded by the state's mutex
+};
+
+ThreadDispatch::ThreadDispatch(MainQueue& mainQueue, double clockRate)
+    : mainQueue_(mainQueue), clockRate_(clockRate), state_(std::make_shared<State>()) {}
+
+ThreadDispatch::~ThreadDispatch() {
+  end();
+}
+
+void ThreadDispatch::end() {
+  std::deque<std::function<void()>> dropped;
+  std::vector<std::thread> threads;
+  {
+    const std::lock_guard lock(state_->mutex);
+    state_->ended = true;
+    dropped.swap(state_->work);
+    threads.swap(threads_);
+    state_->changed.notify_all();
+  }
+  dropped.clear();
+  for (std::thread& thread : threads) thread.join();
+}
+
+void ThreadDispatch::asyncMain(std::function<void()> work) {
+  mainQueue_.post([state = state_, work = std::move(work)] {
+    {
+      const std::lock_guard lock(state->mutex);
+      if (state->ended) return;
+    }
+    work();
+  });
+}
+
+void ThreadDispatch::syncMain(std::function<void()> work) {
+  if (isMain()) {
+    work();
+    return;
+  }
+  enum class Stage { Posted, Running, Done, GivenUp };
+  const auto stage = std::make_shared<Stage>(Stage::Posted);
+  mainQueue_.post([state = state_, stage, work = std::move(work)] {
+    {
+      const std::lock_guard lock(state->mutex);
+      if (*stage == Stage::GivenUp) return;
+      *stage = Stage::Running;
+    }
+    work();
+    const std::lock_guard lock(state->mutex);
+    *stage = Stage::Done;
+    state->changed.notify_all();
+  });
+  {
+    std::unique_lock lock(state_->mutex);
+    state_->changed.wait(lock, [this, &stage] {
+      return *stage == Stage::Done || (*stage == Stage::Posted && state_->ended);
+    });
+    if (*stage == Stage::Done) return;
+    *stage = Stage::GivenUp;
+  }
+  unwindIfEnded();
+}
+
+void ThreadDispatch::asyncGlobal(QueuePriority, std::function<void()> work) {
+  const std::lock_guard lock(state_->mutex);
+  if (state_->ended) return;
+  state_->work.push_back(std::move(work));
+  if (state_->idleThreads < state_->work.size()) {
+    threads_.emplace_back([this] { serve(); });
+  }
+  state_->changed.notify_all();
+}
+
+std::unique_ptr<DispatchGroup> ThreadDispatch::createGroup() {
+  return std::make_unique<Group>(*this);
+}
+
+void ThreadDispatch::sleep(std::chrono::milliseconds duration) {
+  const std::chrono::duration<double, std::milli> scaled(static_cast<double>(duration.count()) /
+                                                         clockRate_);
+  const auto until = std::chrono::steady_clock::now() +
+                     std::chrono::duration_cast<std::chrono::steady_clock::duration>(scaled);
+  {
+    std::unique_lock lock(state_->mutex);
+    state_->changed.wait_until(lock, until, [this] { return threadOfPool && state_->ended; });
+  }
+  unwindIfEnded();
+}
+
+bool ThreadDispatch::isMain() const {
+  return mainQueue_.isMain();
+}
+
+void ThreadDispatch::serve() {
+  threadOfPool = true;
+  std::unique_lock lock(state_->mutex);
+  while (true) {
+    ++state_->idleThreads;
+    state_->changed.wait(lock, [this] { return state_->ended || !state_->work.empty(); });
+    --state_->idleThreads;
+    if (state_->ended) return;
+    {
+      const std::function<void()> work = std::move(state_->work.front());
+      state_->work.pop_front();
+      lock.unlock();
+      runWork(work);
+    }
+    lock.lock();
+  }
+}
+
+void ThreadDispatch::runWork(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const Ended&) {
+    // The dispatch has ended; the work was unwound from where it waited.
+  }
+}
+
+/// While a stack is unwound already, its destructors go on without waiting.
+void ThreadDispatch::unwindIfEnded() {
+  if (!threadOfPool || std::uncaught_exceptions() > 0) return;
+  const std::lock_guard lock(state_->mutex);
+  if (state_->ended) throw Ended();
+}
+
+}  // namespace corvane
