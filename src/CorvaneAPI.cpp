@@ -127,7 +127,7 @@ FirmwareImage readImage(std::FILE* file, Log& log) {
   return image;
 }
 
-void handOver(const FirmwareImage& image, DriverConnection& connection, Log& log) {
+Status handOver(const FirmwareImage& image, DriverConnection& connection, Log& log) {
   std::array<uint8_t, FwImageStruct::size> input{};
   std::array<uint8_t, FwImageStruct::size> output{};
   log.standardOutput(fmt::format("TestUpdateELXFWUserClient: structureOutputSize = {}(Byte)\n",
@@ -136,7 +136,7 @@ void handOver(const FirmwareImage& image, DriverConnection& connection, Log& log
   putNumber(input, FwImageStruct::bufferAddress, reinterpret_cast<uintptr_t>(image.bytes.get()));
   log.standardOutput(fmt::format("FWSize={}, buffer address={}\n",
                                  static_cast<uint32_t>(image.length), image.text()));
-  connection.call(FibreChannelSelector::TransferFirmwareImage, input, output);
+  return connection.call(FibreChannelSelector::TransferFirmwareImage, input, output);
 }
 
 }  // namespace
@@ -224,7 +224,8 @@ int64_t CorvaneAPI::set_queue_depth(RegistryHandle service, uint32_t depth) cons
   return applySetting(connection, FibreChannelSelector::SetQueueDepth, input, log_);
 }
 
-int64_t CorvaneAPI::UpgradeELXFWUserClient(RegistryHandle service, const std::string& path) const {
+int64_t CorvaneAPI::UpgradeELXFWUserClient(RegistryHandle service, const std::string& path,
+                                           Status* driverStatus) const {
   OpenFile file = openImageWithRetries(path, dispatch_, log_);
   if (!file) return failed;
   log_.standardOutput("open ELX FW file success\n");
@@ -236,7 +237,8 @@ int64_t CorvaneAPI::UpgradeELXFWUserClient(RegistryHandle service, const std::st
   }
   log_.standardOutput(fmt::format("buffer address {}\n", image.text()));
   DriverConnection connection(userClient_, service);
-  handOver(image, connection, log_);
+  const Status answered = handOver(image, connection, log_);
+  if (driverStatus) *driverStatus = answered;
   return succeeded;
 }
 

@@ -75,8 +75,10 @@ class CorvaneAPI {
   /// Hands the firmware image in the file at `path` to the driver, which programs the controller
   /// during the call: minutes may pass, never call it on the main queue. A file that cannot be
   /// opened is tried three times, a second apart. Returns 0 when the image was handed over,
-  /// whatever the driver answered, and 1 when the file could not be opened or memory ran out.
-  int64_t UpgradeELXFWUserClient(RegistryHandle service, const std::string& path) const;
+  /// whatever the driver answered, and 1 when the file could not be opened or memory ran out. What
+  /// the driver answered is stored in `driverStatus`, if given, when it was asked at all.
+  int64_t UpgradeELXFWUserClient(RegistryHandle service, const std::string& path,
+                                 Status* driverStatus = nullptr) const;
 
  private:
   void takeModule(const SFPDescription& module);

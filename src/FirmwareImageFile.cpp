@@ -4,6 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
 namespace corvane {
 
 namespace {
@@ -11,6 +15,39 @@ namespace {
 bool isOwnPlainFile(int descriptor) {
   struct stat status {};
   return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid();
+}
+
+/// A fresh folder that only the running user can enter, removed with all it holds.
+class PrivateFolder {
+ public:
+  explicit PrivateFolder(const std::filesystem::path& parent)
+      : path_((parent / "corvane-XXXXXX").string()) {
+    if (!mkdtemp(path_.data())) path_.clear();
+  }
+  PrivateFolder(const PrivateFolder&) = delete;
+  PrivateFolder& operator=(const PrivateFolder&) = delete;
+  ~PrivateFolder() {
+    std::error_code ignored;
+    if (*this) std::filesystem::remove_all(path_, ignored);
+  }
+
+  explicit operator bool() const { return !path_.empty(); }
+  std::string file(const char* name) const { return path_ + "/" + name; }
+
+ private:
+  std::string path_;  ///< empty when it could not be made
+};
+
+ImageExtraction extractInto(const std::string& packagePath, const std::string& freshPath,
+                            const ArchiveProgress& progress) {
+  ArchiveExtraction bytes;
+  ImageExtraction extraction;
+  extraction.status = CORVANE2Archive_Decompress(packagePath.c_str(), firmwareImageMember,
+                                                 freshPath.c_str(), &bytes, progress);
+  const auto claimed = static_cast<uint64_t>(bytes.claimed);
+  extraction.complete = extraction.status == ArchiveSuccess && bytes.claimed >= 0 &&
+                        bytes.decoded == claimed && bytes.written == claimed;
+  return extraction;
 }
 
 }  // namespace
@@ -22,6 +59,23 @@ OpenFile openFirmwareImage(const std::string& path) {
   std::FILE* file = isOwnPlainFile(descriptor) ? fdopen(descriptor, "rb") : nullptr;
   if (!file) close(descriptor);
   return OpenFile(file);
+}
+
+ImageExtraction extractFirmwareImage(const std::string& packagePath, const std::string& imagePath,
+                                     const ArchiveProgress& progress) {
+  removeFirmwareImage(imagePath);
+  const PrivateFolder folder(std::filesystem::path(imagePath).parent_path());
+  if (!folder) return {ArchiveOutputNotCreated, false};
+  const std::string freshPath = folder.file(firmwareImageMember);
+  ImageExtraction extraction = extractInto(packagePath, freshPath, progress);
+  if (extraction.complete && std::rename(freshPath.c_str(), imagePath.c_str()) != 0) {
+    return {ArchiveOutputNotCreated, false};
+  }
+  return extraction;
+}
+
+void removeFirmwareImage(const std::string& imagePath) {
+  unlink(imagePath.c_str());
 }
 
 }  // namespace corvane

@@ -4,6 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "CORVANE2Archive/CORVANE2Archive.h"
+
 namespace corvane {
 
 /// Closes the stream it is given; for std::unique_ptr.
@@ -16,5 +18,24 @@ using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
 /// the running user is opened, and never through a link: the image lies in a folder where anybody
 /// may put files, and what it holds is programmed into an adapter.
 OpenFile openFirmwareImage(const std::string& path);
+
+/// The member of an update package that holds the controller's image.
+inline constexpr const char* firmwareImageMember = "emulex.grp";
+
+/// What the extraction of an image came to.
+struct ImageExtraction {
+  ArchiveStatus status = ArchiveSuccess;
+  bool complete = false;  ///< whether the file in place holds every byte that the package claims
+};
+
+/// Extracts the image of a package to `imagePath`. The image is written to a fresh file that only
+/// the running user can reach, and takes its place when it is whole: what stood there before is
+/// replaced rather than written through, be it a link or anybody's file. After a failure nothing of
+/// the package stands there.
+ImageExtraction extractFirmwareImage(const std::string& packagePath, const std::string& imagePath,
+                                     const ArchiveProgress& progress = {});
+
+/// Removes an image that an earlier update left, so that nothing can take it for a new one.
+void removeFirmwareImage(const std::string& imagePath);
 
 }  // namespace corvane

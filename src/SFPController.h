@@ -1,0 +1,55 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "MainWindowControls.h"
+#include "controls/InterfaceWindow.h"
+#include "platform/Platform.h"
+
+namespace corvane {
+
+class Corvane2Info;
+
+/// The sheet that describes a port's transceiver. It shows the texts that it was last given; the
+/// port page gives them each time it is shown. Main queue only.
+class SFPController {
+ public:
+  /// Connects itself to the port page's button.
+  SFPController(const Platform& platform, MainWindowControls& controls);
+  SFPController(const SFPController&) = delete;
+  SFPController& operator=(const SFPController&) = delete;
+
+  InterfaceWindow SFPWindow;  ///< "SFPController"
+  TextField TransceiverInfo;
+  TextField TransceiverCodeInfo;
+  TextField ConnectorInfo;
+  TextField SerialEncodingInfo;
+  TextField BitrateInfo;
+  TextField VendorNameInfo;
+  TextField VendorOUIInfo;
+  TextField VendorPNInfo;
+  TextField VendorRevInfo;
+  TextField VendorSNInfo;
+  TextField ManuDataInfo;
+
+  /// Takes the texts of the device's first or second port, told by `portNum` 1 or 2. Any other
+  /// number changes nothing.
+  void setSFPwindowItem(const Corvane2Info& info, int64_t portNum);
+
+  /// Shows the sheet, loading it if needed, with the texts last taken. A text that no module has
+  /// told shows as empty.
+  void showSFPInfo();
+
+  void cancelWindow();
+
+ private:
+  static constexpr size_t textCount = 11;
+
+  std::array<TextField*, textCount> fields();
+
+  std::array<std::optional<std::string>, textCount> texts_;
+};
+
+}  // namespace corvane

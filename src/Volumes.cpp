@@ -1,0 +1,61 @@
+#include "Volumes.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <memory>
+
+namespace corvane {
+
+namespace {
+
+using DiskRequest = void (DiskSession::*)(Disk&, DiskRequestCallback, void*);
+
+// Whether a disk was refused changes nothing: the transfer goes on, and the user sees the volumes.
+void DiskfunctionCallback(Disk& /*disk*/, bool /*refused*/, void* /*context*/) {}
+
+void requestForEach(DiskArbitration& diskArbitration, const std::vector<std::string>& names,
+                    DiskRequest request) {
+  const std::unique_ptr<DiskSession> session = diskArbitration.createSession();
+  if (!session) return;
+  for (const std::string& name : names) {
+    if (const std::unique_ptr<Disk> disk = session->createDisk(name)) {
+      ((*session).*request)(*disk, DiskfunctionCallback, nullptr);
+    }
+  }
+}
+
+std::string recordPath(const Paths& paths) {
+  return paths.home + "/Library/Application Support/Corvane Utility/unmounted-volumes";
+}
+
+}  // namespace
+
+Volumes::Volumes(const Platform& platform)
+    : diskArbitration_(platform.diskArbitration),
+      log_(platform.log),
+      record_(recordPath(platform.paths)) {}
+
+void Volumes::unmountAllVolume(const std::vector<std::string>& names) {
+  if (!record_.add(names)) {
+    log_.system("Could not note which volumes are unmounted for the firmware update");
+  }
+  requestForEach(diskArbitration_, names, &DiskSession::unmount);
+}
+
+void Volumes::mountAllVolume(const std::vector<std::string>& names) {
+  requestForEach(diskArbitration_, names, &DiskSession::mount);
+  record_.remove(names);
+}
+
+std::vector<std::string> Volumes::tellLeftUnmounted() {
+  std::vector<std::string> names = record_.takeLeftBehind();
+  if (!names.empty()) {
+    log_.system(
+        fmt::format("A firmware update did not end; these volumes may still be unmounted: {}",
+                    fmt::join(names, ", ")));
+  }
+  return names;
+}
+
+}  // namespace corvane
