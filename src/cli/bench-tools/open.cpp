@@ -1,0 +1,5 @@
+#include "cli/bench-tools/FileOpener.h"
+
+int main(int argumentCount, char** arguments) {
+  return corvane::runBenchTool(corvane::fileOpener, argumentCount, arguments);
+}

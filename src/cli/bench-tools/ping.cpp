@@ -1,0 +1,5 @@
+#include "cli/bench-tools/NetworkPing.h"
+
+int main(int argumentCount, char** arguments) {
+  return corvane::runBenchTool(corvane::networkPing, argumentCount, arguments);
+}
