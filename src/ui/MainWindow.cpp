@@ -1,0 +1,140 @@
+#include "ui/MainWindow.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QSettings>
+
+#include "AppDelegate.h"
+#include "ui/AboutWindow.h"
+#include "ui/Artwork.h"
+#include "ui/Bindings.h"
+#include "ui/ControlBinding.h"
+#include "ui/DeviceListModel.h"
+#include "ui/DeviceRowDelegate.h"
+#include "ui/EditActions.h"
+#include "ui/QtPrompts.h"
+#include "ui/WindowBinding.h"
+#include "ui_MainWindow.h"
+
+namespace corvane {
+
+namespace {
+constexpr int sidebarWidth = 250;
+constexpr int detailWidth = 610;
+}  // namespace
+
+MainWindow::MainWindow(AppDelegate& delegate, QtPrompts& prompts, QWidget* parent)
+    : QMainWindow(parent),
+      delegate_(delegate),
+      prompts_(prompts),
+      ui_(std::make_unique<Ui::MainWindow>()) {
+  ui_->setupUi(this);
+  ui_->splitter->setStretchFactor(1, 1);
+  ui_->splitter->setSizes({sidebarWidth, detailWidth});
+  ui_->refreshButton->setIcon(artworkIcon("refresh.svg"));
+  bindDeviceTable();
+  bindPageBar(delegate.controls());
+  bindBottomBar(delegate.controls());
+  bindPages(delegate.controls());
+  bindSheets();
+  connectMenus();
+  ui_->deviceTable->setFocus();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::rememberGeometry(const QString& name) {
+  geometryName_ = name;
+  const QSettings settings;
+  restoreGeometry(settings.value(name + "/geometry").toByteArray());
+  ui_->splitter->restoreState(settings.value(name + "/splitter").toByteArray());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (prompts_.isWaiting() && !prompts_.askToLeave()) {
+    event->ignore();
+    return;
+  }
+  if (!geometryName_.isEmpty()) {
+    QSettings settings;
+    settings.setValue(geometryName_ + "/geometry", saveGeometry());
+    settings.setValue(geometryName_ + "/splitter", ui_->splitter->saveState());
+  }
+  delegate_.mainWindow().requestClose();
+  event->accept();
+}
+
+void MainWindow::bindDeviceTable() {
+  rows_ = new DeviceListModel(delegate_, this);
+  rowDelegate_ = new DeviceRowDelegate(this);
+  ui_->deviceTable->setModel(rows_);
+  ui_->deviceTable->setItemDelegate(rowDelegate_);
+  TableView& table = delegate_.controls().deviceTable;
+  new ControlBinding(table, *ui_->deviceTable, [this] { renderDeviceTable(); });
+  connect(ui_->deviceTable->selectionModel(), &QItemSelectionModel::currentChanged, this,
+          [&table](const QModelIndex& current) {
+            if (current.isValid() && current.row() != table.selectedRow()) {
+              table.choose(current.row());
+            }
+          });
+}
+
+void MainWindow::renderDeviceTable() {
+  const TableView& table = delegate_.controls().deviceTable;
+  rowDelegate_->setRowHeight(static_cast<int>(table.rowHeight()));
+  ui_->deviceTable->setEnabled(table.isEnabled());
+  if (table.generation() != shownGeneration_) {
+    shownGeneration_ = table.generation();
+    const QSignalBlocker quiet(ui_->deviceTable->selectionModel());
+    rows_->reload();
+  }
+  ui_->deviceTable->setCurrentIndex(rows_->index(static_cast<int>(table.selectedRow())));
+  ui_->deviceTable->viewport()->update();
+}
+
+void MainWindow::bindPageBar(MainWindowControls& controls) {
+  bind(controls.port1Button, *ui_->port1Button, ui_->actionPort1);
+  bind(controls.port2Button, *ui_->port2Button, ui_->actionPort2);
+  bind(controls.deviceButton, *ui_->deviceButton, ui_->actionDevice);
+  bind(controls.refreshButton, *ui_->refreshButton, ui_->actionRefresh);
+}
+
+void MainWindow::bindBottomBar(MainWindowControls& controls) {
+  bind(controls.authView, *ui_->authView, ui_->actionLock);
+  bind(controls.downloadLogs, *ui_->downloadLogs, ui_->actionCollectLogs);
+  bind(controls.updateFW, *ui_->updateFW, ui_->actionUpdateFirmware);
+  bind(controls.checkUpdate, *ui_->checkUpdate, ui_->actionCheckUpdates);
+  bind(controls.logProgress, *ui_->logProgress);
+}
+
+void MainWindow::bindPages(MainWindowControls& controls) {
+  bind(controls.tabView, *ui_->tabView);
+  ui_->fibreChannelPortPage->bindTo(controls);
+  ui_->fibreChannelDevicePage->bindTo(controls);
+  ui_->tenGigabitPortPage->bindTo(controls);
+  ui_->tenGigabitDevicePage->bindTo(controls);
+}
+
+void MainWindow::bindSheets() {
+  bindWindow(delegate_.aboutDialog().window, *this, WindowForm::Window,
+             [this](QWidget* parent) { return new AboutWindow(delegate_.aboutDialog(), parent); });
+}
+
+void MainWindow::connectMenus() {
+  new EditActions({ui_->actionCut, ui_->actionCopy, ui_->actionPaste, ui_->actionSelectAll}, this);
+  connect(ui_->actionCopyDetails, &QAction::triggered, this, &MainWindow::copyDetails);
+  connect(ui_->actionOpenSupportFolder, &QAction::triggered, this,
+          &MainWindow::openSupportFolderRequested);
+  connect(ui_->actionClose, &QAction::triggered, this, &QWidget::close);
+  connect(ui_->actionQuit, &QAction::triggered, qApp, &QApplication::quit);
+  connect(ui_->actionFullScreen, &QAction::triggered, this,
+          [this](bool full) { full ? showFullScreen() : showNormal(); });
+  connect(ui_->actionAbout, &QAction::triggered, this, [this] { delegate_.showAbout(); });
+}
+
+void MainWindow::copyDetails() {
+  QApplication::clipboard()->setText(pageDetails(*ui_->tabView->currentWidget()));
+}
+
+}  // namespace corvane

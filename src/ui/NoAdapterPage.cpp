@@ -1,0 +1,20 @@
+#include "ui/NoAdapterPage.h"
+
+#include "ui/Artwork.h"
+#include "ui_NoAdapterPage.h"
+
+namespace corvane {
+
+namespace {
+constexpr QSize pictureSize{160, 128};
+}
+
+NoAdapterPage::NoAdapterPage(QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::NoAdapterPage>()) {
+  ui_->setupUi(this);
+  ui_->picture->setPixmap(artworkIcon("connect.svg").pixmap(pictureSize, devicePixelRatio()));
+}
+
+NoAdapterPage::~NoAdapterPage() = default;
+
+}  // namespace corvane
