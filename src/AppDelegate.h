@@ -3,12 +3,19 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "AboutDialog.h"
 #include "ControllerState.h"
+#include "FCQDepthViewController.h"
+#include "FibreChannelPages.h"
+#include "FirmwareUpdate.h"
 #include "MainWindowControls.h"
+#include "MatrixController.h"
+#include "SFPController.h"
+#include "Volumes.h"
 #include "controls/InterfaceWindow.h"
 #include "platform/Platform.h"
 
@@ -52,6 +59,15 @@ class AppDelegate {
   AboutDialog& aboutDialog() { return aboutDialog_; }
   DeviceMonitorCORVANE2& device() { return *device_; }
   DeviceMonitorCORVANE2_10GE& device_10GE() { return *device_10GE_; }
+
+  // The controllers of the pages, the sheets and the longer pieces of work.
+
+  FibreChannelPages& fibreChannelPages() { return fibreChannelPages_; }
+  SFPController& sfpController() { return sfpController_; }
+  MatrixController& matrixController() { return matrixController_; }
+  FCQDepthViewController& queueDepthController() { return queueDepthController_; }
+  Volumes& volumes() { return volumes_; }
+  FirmwareUpdate& firmwareUpdate() { return firmwareUpdate_; }
 
   // The application's life.
 
@@ -101,30 +117,37 @@ class AppDelegate {
   void showAbout();
 
  private:
-  void observe(const std::string& name, void (AppDelegate::*handler)(const Notification&));
+  using Handler = void (AppDelegate::*)(const Notification&);
+
+  void connectControls();
   void setUpAuthorizationView();
   void prepareControls();
   void prepareUpdateAlert();
   void registerForNotifications();
+  void observe(const std::string& name, Handler handler);
   void giveToolAdministratorRights();
   void startMonitors();
-  void onMain(std::function<void()> work);
+  void onMain(std::function<void(AppDelegate&)> work);
 
-  void showArrival(const DeviceListEntry& arrived);
+  void arrived(std::optional<DeviceListEntry> entry);
+  void showArrival(const DeviceListEntry& entry);
   void showDeparture();
   void reloadDeviceTable();
-  void makeCurrent(const DeviceListEntry& entry);
   void showFirstRow();
+  void makeCurrent(const DeviceListEntry& entry);
   void showSelection(const DeviceListEntry& entry);
   void showFibreChannelSelection();
   void showTenGigabitSelection(const Corvane2Device_10GE& adapter);
   void showNoAdapter();
-  void showPortPage(AdapterFamily family, int64_t portIndex);
-  void showDevicePage(AdapterFamily family);
-  void fillPortPage(AdapterFamily family, int64_t portIndex);
-  void fillDevicePage(AdapterFamily family);
-  void markPageButton(PageButtonTag tag);
-  void clearPages();
+
+  void showPortPage(int64_t portIndex);
+  void showDevicePage();
+  void fillPortPage(int64_t portIndex);
+  void fillDevicePage();
+  void markPageButton(PageButtonTag shown);
+  void enablePageButtons(bool port1, bool port2, bool device);
+  bool isDevicePageShown() const;
+  AdapterFamily family() const;
 
   const Platform platform_;
   MainWindowControls controls_;
@@ -134,8 +157,17 @@ class AppDelegate {
 
   std::unique_ptr<DeviceMonitorCORVANE2> device_;
   std::unique_ptr<DeviceMonitorCORVANE2_10GE> device_10GE_;
+
+  SFPController sfpController_;
+  FibreChannelPages fibreChannelPages_;
+  MatrixController matrixController_;
+  FCQDepthViewController queueDepthController_;
+  Volumes volumes_;
+  FirmwareUpdate firmwareUpdate_;
+
   std::vector<std::unique_ptr<Observation>> observations_;
   std::function<void()> discovered_;
+  int monitorsStarting_ = 2;
   std::shared_ptr<AppDelegate*>
       self_;  ///< what waits on the main queue reaches the controller by it
 };

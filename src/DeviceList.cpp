@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "DeviceMonitorCORVANE2_10GE/Corvane2Device_10GE.h"
+#include "DeviceMonitorCORVANE2_8FC/Corvane2Device.h"
+
 namespace corvane {
 
 namespace {
@@ -11,6 +14,19 @@ void sortByLabel(std::vector<DeviceListEntry>& entries) {
   std::stable_sort(entries.begin(), entries.end(), [](const auto& left, const auto& right) {
     return left.Sequence < right.Sequence;
   });
+}
+
+/// Whether the adapter is still attached. An adapter that was plugged in again before the departure
+/// of its former self was handled has a record of its own.
+bool isPresent(const DeviceListEntry& entry) {
+  return std::visit([](const auto& device) { return device && !device->isEmpty(); }, entry.obj);
+}
+
+/// A driver that refuses to tell the name leaves the registry's.
+bool hasNodeName(const DeviceListEntry& entry, const std::string& wwn) {
+  if (entry.WWN == wwn) return true;
+  const auto* device = std::get_if<std::shared_ptr<Corvane2Device>>(&entry.obj);
+  return device != nullptr && *device && (*device)->nodeWWN() == wwn;
 }
 
 }  // namespace
@@ -28,12 +44,15 @@ void DeviceList::sort() {
 
 void DeviceList::removeWWN(const std::string& wwn) {
   std::lock_guard guard(mutex_);
-  std::erase_if(entries_, [&wwn](const auto& entry) { return entry.WWN == wwn; });
+  std::erase_if(entries_,
+                [&wwn](const auto& entry) { return hasNodeName(entry, wwn) && !isPresent(entry); });
 }
 
 void DeviceList::removePcidebug(const std::string& pcidebug) {
   std::lock_guard guard(mutex_);
-  std::erase_if(entries_, [&pcidebug](const auto& entry) { return entry.pcidebug == pcidebug; });
+  std::erase_if(entries_, [&pcidebug](const auto& entry) {
+    return entry.pcidebug == pcidebug && !isPresent(entry);
+  });
 }
 
 size_t DeviceList::count() const {

@@ -47,7 +47,7 @@ class DeviceList {
   /// Sorts the list anew.
   void sort();
 
-  /// Remove every entry with that "WWN" or that "pcidebug".
+  /// Remove every entry with that "WWN" or that "pcidebug" whose adapter has gone.
   void removeWWN(const std::string& wwn);
   void removePcidebug(const std::string& pcidebug);
 

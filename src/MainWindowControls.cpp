@@ -47,4 +47,12 @@ MainWindowControls::MainWindowControls(const Dispatch& dispatch)
       enableRSC(dispatch, "enableRSC"),
       modeProgress(dispatch, "modeProgress") {}
 
+void MainWindowControls::clearPages() {
+  for (TextField* field :
+       {&drvVer_8G, &fwVer, &deviceWWN, &productType, &WWNN, &currentSpeed, &currentTopology,
+        &hardALPA, &SFPErrorMessage, &drvVer_10GE, &productType10G, &macAddress, &enName, &enStatus,
+        &MTUvalue, &SFPInfoModule, &SFPerrrorMessage10G})
+    field->setText("");
+}
+
 }  // namespace corvane

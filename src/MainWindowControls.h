@@ -25,6 +25,9 @@ enum class Page : int64_t {
 struct MainWindowControls {
   explicit MainWindowControls(const Dispatch& dispatch);
 
+  /// Empties what the pages show of an adapter.
+  void clearPages();
+
   // The device list and what chooses the page.
   TableView deviceTable;
   TabView tabView;

@@ -1,0 +1,347 @@
+#include "AppDelegate.h"
+
+#include <utility>
+
+#include "Corvane2Info.h"
+#include "DeviceListEntries.h"
+#include "DeviceMonitorCORVANE2_10GE/DeviceMonitorCORVANE2_10GE.h"
+#include "DeviceMonitorCORVANE2_8FC/DeviceMonitorCORVANE2.h"
+#include "DriverVersionComparison.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr int64_t tableRowHeight = 40;
+
+constexpr const char* administratorScript =
+    "do shell script \"chmod +s /usr/local/bin/corvaneutil \" with administrator privileges";
+constexpr const char* userCancelled = "User canceled.";
+
+}  // namespace
+
+AppDelegate::AppDelegate(const Platform& platform)
+    : platform_(platform),
+      controls_(platform.dispatch),
+      mainWindow_(platform.dispatch, "MainWindow"),
+      aboutDialog_(platform.dispatch, platform.bundles),
+      device_(std::make_unique<DeviceMonitorCORVANE2>(platform)),
+      device_10GE_(std::make_unique<DeviceMonitorCORVANE2_10GE>(platform)),
+      sfpController_(platform, controls_),
+      fibreChannelPages_(platform, controls_, state_, sfpController_,
+                         [this] { return compareDriverVersion(); }),
+      matrixController_(platform, controls_,
+                        [this](uint64_t alpa) { fibreChannelPages_.FinalChoosePortALPA(alpa); }),
+      queueDepthController_(
+          platform, controls_,
+          [this](uint32_t depth) { fibreChannelPages_.FinalEnterQueueDepth(depth); }),
+      volumes_(platform),
+      firmwareUpdate_(platform, controls_, state_, state_.updateAlert, volumes_,
+                      [this] { return device_->getBSDVolumeList(); }),
+      self_(std::make_shared<AppDelegate*>(this)) {
+  connectControls();
+}
+
+AppDelegate::~AppDelegate() {
+  platform_.authorization.setDelegate(nullptr);
+  device_->stop();
+  device_10GE_->stop();
+}
+
+void AppDelegate::connectControls() {
+  controls_.port1Button.setTag(static_cast<int64_t>(PageButtonTag::Port1));
+  controls_.port2Button.setTag(static_cast<int64_t>(PageButtonTag::Port2));
+  controls_.deviceButton.setTag(static_cast<int64_t>(PageButtonTag::Device));
+  for (Button* button : {&controls_.port1Button, &controls_.port2Button, &controls_.deviceButton})
+    button->setAction([this](Button& clicked) { selectTabButon(clicked); });
+  controls_.refreshButton.setAction([this](Button&) { refreshInformation(); });
+  controls_.deviceTable.setAction([this](TableView&) { tableViewSelectionIsChanging(); });
+}
+
+// The application's life.
+
+void AppDelegate::applicationDidFinishLaunching() {
+  setUpAuthorizationView();
+  prepareControls();
+  prepareUpdateAlert();
+  registerForNotifications();
+  giveToolAdministratorRights();
+  startMonitors();
+  volumes_.tellLeftUnmounted();
+}
+
+bool AppDelegate::applicationShouldHandleReopen(bool) {
+  mainWindow_.load();
+  mainWindow_.show();
+  return true;
+}
+
+void AppDelegate::whenDiscovered(std::function<void()> discovered) {
+  discovered_ = std::move(discovered);
+}
+
+void AppDelegate::setUpAuthorizationView() {
+  platform_.authorization.setRight("system.privilege.admin");
+  platform_.authorization.updateStatus();
+  platform_.authorization.setString("TEST");
+}
+
+void AppDelegate::prepareControls() {
+  controls_.fuckMenu.setAutoenablesItems(false);
+  controls_.checkUpdate.setEnabled(false);
+  controls_.deviceTable.setRowHeight(tableRowHeight);
+  mainWindow_.load();
+  mainWindow_.show();
+  reloadDeviceTable();
+  showNoAdapter();
+}
+
+void AppDelegate::prepareUpdateAlert() {
+  state_.updateAlert.buttons = {{"OK"}, {"Cancel"}};
+}
+
+void AppDelegate::registerForNotifications() {
+  observe("Corvane2Appeared_10GE", &AppDelegate::corvane2Appeared_10GE);
+  observe("Corvane3Appeared_10GE", &AppDelegate::corvane2Appeared_10GE);
+  observe("Corvane2Disppeared_10GE", &AppDelegate::corvane2Disappeared_10GE);
+  observe("Corvane2Appeared", &AppDelegate::corvane2Appeared);
+  observe("Corvane3Appeared", &AppDelegate::corvane2Appeared);
+  observe("Corvane2Disppeared", &AppDelegate::corvane2Disappeared);
+}
+
+void AppDelegate::observe(const std::string& name, Handler handler) {
+  observations_.push_back(platform_.notifications.observe(
+      name, [this, handler](const Notification& notification) { (this->*handler)(notification); }));
+}
+
+void AppDelegate::giveToolAdministratorRights() {
+  const ScriptResult result = platform_.scripts.run(administratorScript);
+  if (!result.succeeded && result.errorMessage == userCancelled) setUpAuthorizationView();
+}
+
+void AppDelegate::startMonitors() {
+  const auto started = [this](int32_t) {
+    onMain([](AppDelegate& self) {
+      if (--self.monitorsStarting_ == 0 && self.discovered_) self.discovered_();
+    });
+  };
+  device_->whenStarted(started);
+  device_10GE_->whenStarted(started);
+  device_->start();
+  device_10GE_->start();
+}
+
+void AppDelegate::onMain(std::function<void(AppDelegate&)> work) {
+  platform_.dispatch.asyncMain([self = std::weak_ptr(self_), work = std::move(work)] {
+    if (const auto alive = self.lock()) work(**alive);
+  });
+}
+
+// The monitors' notifications.
+
+void AppDelegate::corvane2Appeared(const Notification& notification) {
+  const auto adapter = device_->getDevice(notification.object);
+  if (!adapter) return;
+  arrived(makeEntry(platform_, adapter, iconOfNotification(notification.name)));
+}
+
+void AppDelegate::corvane2Appeared_10GE(const Notification& notification) {
+  const auto adapter = device_10GE_->getDevice(notification.object);
+  if (!adapter) return;
+  arrived(makeEntry(platform_, adapter, iconOfNotification(notification.name)));
+}
+
+void AppDelegate::arrived(std::optional<DeviceListEntry> entry) {
+  if (!entry) return;
+  state_.CorvaneList.add(*entry);
+  onMain([entry = std::move(*entry)](AppDelegate& self) { self.showArrival(entry); });
+}
+
+void AppDelegate::corvane2Disappeared(const Notification& notification) {
+  state_.CorvaneList.removeWWN(notification.object);
+  onMain([](AppDelegate& self) { self.showDeparture(); });
+}
+
+void AppDelegate::corvane2Disappeared_10GE(const Notification& notification) {
+  state_.CorvaneList.removePcidebug(notification.object);
+  onMain([](AppDelegate& self) { self.showDeparture(); });
+}
+
+void AppDelegate::showArrival(const DeviceListEntry& entry) {
+  reloadDeviceTable();
+  makeCurrent(entry);
+  if (entry.family() == AdapterFamily::FibreChannel) fillDevicePage();
+  showFirstRow();
+}
+
+void AppDelegate::showDeparture() {
+  reloadDeviceTable();
+  showFirstRow();
+}
+
+void AppDelegate::reloadDeviceTable() {
+  controls_.deviceTable.reloadData();
+  numberOfRowsInTableView();
+}
+
+void AppDelegate::showFirstRow() {
+  state_.intSelectRow = 0;
+  const auto entry = state_.CorvaneList.entry(0);
+  if (!entry) return showNoAdapter();
+  controls_.deviceTable.selectRow(0);
+  showSelection(*entry);
+}
+
+// The device table.
+
+int64_t AppDelegate::numberOfRowsInTableView() {
+  const auto rows = static_cast<int64_t>(state_.CorvaneList.count());
+  enablePageButtons(rows != 0, rows != 0, rows != 0);
+  return rows;
+}
+
+DeviceTableCell AppDelegate::tableViewViewForTableColumn(int64_t row) const {
+  const auto entry = state_.CorvaneList.entry(row);
+  if (!entry) return {};
+  return {"MainCell", entry->ProductType + "\nsequence: " + entry->Sequence,
+          iconOfProduct(entry->ProductType)};
+}
+
+void AppDelegate::tableViewSelectionIsChanging() {
+  state_.intSelectRow = controls_.deviceTable.selectedRow();
+  if (const auto entry = state_.CorvaneList.entry(state_.intSelectRow)) showSelection(*entry);
+}
+
+void AppDelegate::selectRow(int64_t row) {
+  if (!state_.CorvaneList.entry(row)) return;
+  controls_.deviceTable.selectRow(row);
+  tableViewSelectionIsChanging();
+}
+
+// Selection.
+
+void AppDelegate::makeCurrent(const DeviceListEntry& entry) {
+  state_.intProduct = static_cast<int64_t>(entry.family());
+  state_.iconName = entry.image;
+  if (entry.family() == AdapterFamily::FibreChannel) {
+    state_.corvaneDevice = std::get<std::shared_ptr<Corvane2Device>>(entry.obj);
+    state_.corvaneInfo = entry.info;
+  } else {
+    state_.corvaneDevice_10GE = std::get<std::shared_ptr<Corvane2Device_10GE>>(entry.obj);
+  }
+}
+
+void AppDelegate::showSelection(const DeviceListEntry& entry) {
+  makeCurrent(entry);
+  if (entry.family() == AdapterFamily::FibreChannel) {
+    showFibreChannelSelection();
+  } else {
+    showTenGigabitSelection(*state_.corvaneDevice_10GE);
+  }
+}
+
+void AppDelegate::showFibreChannelSelection() {
+  enablePageButtons(true, true, true);
+  showPortPage(0);
+}
+
+// The device page comes first: the port page asks for the driver's version that it reads.
+void AppDelegate::showTenGigabitSelection(const Corvane2Device_10GE& adapter) {
+  const auto isEnabled = [](const std::shared_ptr<SEPort>& port) {
+    return port && port->isAccessAbleflag() == 1;
+  };
+  const bool port1 = isEnabled(adapter.port1());
+  const bool port2 = isEnabled(adapter.port2());
+  enablePageButtons(port1, port2, true);
+  if (!port1 && !port2) return showDevicePage();
+  fillDevicePage();
+  showPortPage(port1 ? 0 : 1);
+}
+
+void AppDelegate::showNoAdapter() {
+  state_.corvaneInfo.reset();
+  state_.corvaneDevice.reset();
+  state_.corvaneDevice_10GE.reset();
+  state_.selectPort = 0;
+  controls_.deviceTable.selectRow(-1);
+  controls_.tabView.selectTabViewItemAtIndex(static_cast<int64_t>(Page::NoAdapter));
+  for (Button* button : {&controls_.port1Button, &controls_.port2Button, &controls_.deviceButton})
+    button->setOn(false);
+  controls_.clearPages();
+}
+
+// The pages.
+
+void AppDelegate::selectTabButon(Button& button) {
+  if (state_.CorvaneList.count() == 0) return;
+  switch (static_cast<PageButtonTag>(button.tag())) {
+    case PageButtonTag::Port1:
+      return showPortPage(0);
+    case PageButtonTag::Port2:
+      return showPortPage(1);
+    case PageButtonTag::Device:
+      return showDevicePage();
+  }
+}
+
+void AppDelegate::refreshInformation() {
+  if (state_.CorvaneList.count() == 0) return;
+  const int64_t portIndex = state_.selectPort == 2 ? 1 : 0;
+  const Button& button = portIndex == 1 ? controls_.port2Button : controls_.port1Button;
+  if (isDevicePageShown()) fillDevicePage();
+  if (button.isEnabled()) fillPortPage(portIndex);
+}
+
+int64_t AppDelegate::compareDriverVersion() const {
+  return DriverVersionComparison(state_).compareDriverVersion();
+}
+
+void AppDelegate::showAbout() {
+  aboutDialog_.show();
+}
+
+void AppDelegate::showPortPage(int64_t portIndex) {
+  const Page page =
+      family() == AdapterFamily::FibreChannel ? Page::FibreChannelPort : Page::TenGigabitPort;
+  controls_.tabView.selectTabViewItemAtIndex(static_cast<int64_t>(page));
+  markPageButton(portIndex == 0 ? PageButtonTag::Port1 : PageButtonTag::Port2);
+  fillPortPage(portIndex);
+}
+
+void AppDelegate::showDevicePage() {
+  const Page page =
+      family() == AdapterFamily::FibreChannel ? Page::FibreChannelDevice : Page::TenGigabitDevice;
+  controls_.tabView.selectTabViewItemAtIndex(static_cast<int64_t>(page));
+  markPageButton(PageButtonTag::Device);
+  fillDevicePage();
+}
+
+void AppDelegate::fillPortPage(int64_t portIndex) {
+  if (family() == AdapterFamily::FibreChannel) fibreChannelPages_.show8GPortInfo(portIndex);
+}
+
+void AppDelegate::fillDevicePage() {
+  if (family() == AdapterFamily::FibreChannel) fibreChannelPages_.show8GDeviceInfo();
+}
+
+void AppDelegate::markPageButton(PageButtonTag shown) {
+  for (Button* button : {&controls_.port1Button, &controls_.port2Button, &controls_.deviceButton})
+    button->setOn(button->tag() == static_cast<int64_t>(shown));
+}
+
+void AppDelegate::enablePageButtons(bool port1, bool port2, bool device) {
+  controls_.port1Button.setEnabled(port1);
+  controls_.port2Button.setEnabled(port2);
+  controls_.deviceButton.setEnabled(device);
+}
+
+bool AppDelegate::isDevicePageShown() const {
+  const auto page = static_cast<Page>(controls_.tabView.selectedIndex());
+  return page == Page::FibreChannelDevice || page == Page::TenGigabitDevice;
+}
+
+AdapterFamily AppDelegate::family() const {
+  return static_cast<AdapterFamily>(state_.intProduct);
+}
+
+}  // namespace corvane
