@@ -1,7 +1,6 @@
 #include "platform/macos/MacDispatch.h"
 
 #include <dispatch/dispatch.h>
-#include <pthread.h>
 
 #include <thread>
 
@@ -47,15 +46,18 @@ class MacDispatchGroup final : public DispatchGroup {
 }  // namespace
 
 void MacDispatch::asyncMain(std::function<void()> work) {
-  dispatch_async_f(dispatch_get_main_queue(), kept(std::move(work)), run);
+  mainQueue_.post(std::move(work));
 }
 
 void MacDispatch::syncMain(std::function<void()> work) {
-  if (isMain()) {
+  if (isMain()) return work();
+  const dispatch_semaphore_t done = dispatch_semaphore_create(0);
+  mainQueue_.post([&work, done] {
     work();
-  } else {
-    dispatch_sync_f(dispatch_get_main_queue(), kept(std::move(work)), run);
-  }
+    dispatch_semaphore_signal(done);
+  });
+  dispatch_semaphore_wait(done, DISPATCH_TIME_FOREVER);
+  dispatch_release(done);
 }
 
 void MacDispatch::asyncGlobal(QueuePriority priority, std::function<void()> work) {
@@ -71,7 +73,7 @@ void MacDispatch::sleep(std::chrono::milliseconds duration) {
 }
 
 bool MacDispatch::isMain() const {
-  return pthread_main_np() != 0;
+  return mainQueue_.isMain();
 }
 
 }  // namespace corvane::macos

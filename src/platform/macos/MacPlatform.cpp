@@ -1,0 +1,17 @@
+#include "platform/macos/MacPlatform.h"
+
+#include "platform/macos/MacPaths.h"
+
+namespace corvane::macos {
+
+MacPlatform::MacPlatform(MainQueue& mainQueue, UserPrompts& prompts)
+    : dispatch_(mainQueue), prompts_(prompts), paths_(macPaths()) {}
+
+Platform MacPlatform::platform() {
+  return {
+      registry_, userClient_, diskArbitration_, runLoops_,      dispatch_, notifications_, shell_,
+      scripts_,  bundles_,    systemVersion_,   authorization_, transfer_, log_,           prompts_,
+      paths_};
+}
+
+}  // namespace corvane::macos

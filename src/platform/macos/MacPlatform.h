@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "platform/macos/MacAuthorization.h"
+#include "platform/macos/MacBundles.h"
+#include "platform/macos/MacDiskArbitration.h"
+#include "platform/macos/MacDispatch.h"
+#include "platform/macos/MacLog.h"
+#include "platform/macos/MacNotificationCenter.h"
+#include "platform/macos/MacRegistry.h"
+#include "platform/macos/MacRunLoops.h"
+#include "platform/macos/MacScriptRunner.h"
+#include "platform/macos/MacUserClient.h"
+#include "platform/posix/CurlTransfer.h"
+#include "platform/posix/SystemShell.h"
+
+namespace corvane::macos {
+
+/// This Mac. Owns one of each interface's implementation; the shell and the transfers are those of
+/// any Unix.
+class MacPlatform {
+ public:
+  /// Both outlive the platform.
+  MacPlatform(MainQueue& mainQueue, UserPrompts& prompts);
+
+  Platform platform();
+
+ private:
+  MacRegistry registry_;
+  MacUserClient userClient_;
+  MacDiskArbitration diskArbitration_;
+  MacRunLoops runLoops_;
+  MacDispatch dispatch_;
+  MacNotificationCenter notifications_;
+  SystemShell shell_;
+  MacScriptRunner scripts_;
+  MacBundles bundles_;
+  MacSystemVersion systemVersion_;
+  MacAuthorization authorization_;
+  CurlTransfer transfer_;
+  MacLog log_;
+  UserPrompts& prompts_;
+  const Paths paths_;
+};
+
+}  // namespace corvane::macos
