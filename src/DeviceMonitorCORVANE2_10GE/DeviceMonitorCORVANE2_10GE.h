@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <stop_token>
 #include <string>
 
 #include "DeviceMonitorCORVANE2_10GE/callbackRef_10GE.h"
@@ -56,7 +55,7 @@ class DeviceMonitorCORVANE2_10GE {
   void dropDevices();
 
   const Platform platform_;
-  std::stop_source stopping_;
+  StopSource stopping_;
   std::unique_ptr<callbackRef_10GE> callbackRef_;
   std::function<void(int32_t)> started_;
   bool stopped_ = false;

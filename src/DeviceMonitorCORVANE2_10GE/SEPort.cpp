@@ -18,7 +18,7 @@ constexpr std::chrono::seconds namingPause{1};
 
 }  // namespace
 
-SEPort::SEPort(const Platform& platform, RegistryHandle service, const std::stop_token& stopping)
+SEPort::SEPort(const Platform& platform, RegistryHandle service, const StopToken& stopping)
     : portService_(platform.registry, service) {
   if (service == 0) return;
   sortDeviceSequence(platform.registry);
@@ -42,7 +42,7 @@ void SEPort::identify(const PropertyValue::Dictionary& function) {
   if (product != nullptr) procudtTpe_ = product->name;
 }
 
-void SEPort::getWWN(const Platform& platform, const std::stop_token& stopping) {
+void SEPort::getWWN(const Platform& platform, const StopToken& stopping) {
   waitForInterfaceName(platform, stopping);
   if (!stopping.stop_requested()) platform.dispatch.sleep(namingPause);
   if (platform.registry.properties(portService_.get(), property_) != statusSuccess) return;
@@ -51,7 +51,7 @@ void SEPort::getWWN(const Platform& platform, const std::stop_token& stopping) {
     macAddr_ = std::make_shared<const std::string>(std::move(*address));
 }
 
-void SEPort::waitForInterfaceName(const Platform& platform, const std::stop_token& stopping) {
+void SEPort::waitForInterfaceName(const Platform& platform, const StopToken& stopping) {
   RegistryHandle handle = 0;
   if (platform.registry.childEntry(portService_.get(), servicePlane, handle) != statusSuccess)
     return;

@@ -3,11 +3,11 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <stop_token>
 #include <string>
 #include <utility>
 
 #include "discovery/OwnedService.h"
+#include "discovery/StopToken.h"
 #include "platform/Platform.h"
 
 namespace corvane {
@@ -22,7 +22,7 @@ class SEPort {
   /// Blocks for a second at least, and as long as the interface has not been named, or until
   /// `stopping` is asked to stop; never make one on the main queue. What the platform refers to
   /// outlives the port.
-  SEPort(const Platform& platform, RegistryHandle service, const std::stop_token& stopping);
+  SEPort(const Platform& platform, RegistryHandle service, const StopToken& stopping);
 
   /// The port's registry service; 0 once the port has gone.
   RegistryHandle portService() const { return portService_.get(); }
@@ -68,8 +68,8 @@ class SEPort {
  private:
   void sortDeviceSequence(Registry& registry);
   void identify(const PropertyValue::Dictionary& function);
-  void getWWN(const Platform& platform, const std::stop_token& stopping);
-  void waitForInterfaceName(const Platform& platform, const std::stop_token& stopping);
+  void getWWN(const Platform& platform, const StopToken& stopping);
+  void waitForInterfaceName(const Platform& platform, const StopToken& stopping);
   void readAccess(Log& log);
 
   OwnedService portService_;

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <memory>
-#include <stop_token>
 
 #include "DeviceMonitorCORVANE2_10GE/Corvane2Device_10GE.h"
 #include "discovery/DeviceTable.h"
+#include "discovery/StopToken.h"
 #include "discovery/WorkGate.h"
 #include "platform/Platform.h"
 
@@ -15,7 +15,7 @@ struct callbackRef_10GE {
   Platform platform;
   std::shared_ptr<DeviceTable<Corvane2Device_10GE>> deviceList;  ///< by PCI bus number
   std::shared_ptr<WorkGate> gate;  ///< what the monitor leaves on a queue passes it
-  std::stop_token stopping;        ///< ends the waiting for an interface's name
+  StopToken stopping;              ///< ends the waiting for an interface's name
 };
 
 }  // namespace corvane
