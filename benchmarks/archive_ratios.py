@@ -6,8 +6,12 @@
 Builds a package of just under 100,000,000 bytes, runs each command on one core,
 and prints its processor time (user and system) as a ratio to the yardstick and
 its peak memory as a ratio to the package or to its members. Yardsticks are
-measured in the same run, turn by turn with the commands; medians are compared.
-Exits with 1 when a ratio is above its goal.
+measured in the same run, turn by turn with the commands, and the best turn of each
+is compared: memory that the system has to find first only ever adds to a time.
+
+"extract" and "create" have two yardsticks. One reads its file into memory, where
+the coding works on it; the strict one, without a goal, reads it through a small
+buffer, as if memory cost nothing. Exits with 1 when a ratio is above its goal.
 """
 import argparse
 import filecmp
@@ -15,7 +19,6 @@ import json
 import os
 import pathlib
 import random
-import statistics
 import subprocess
 import sys
 import tempfile
@@ -73,34 +76,38 @@ def measure(corvane, yardstick, folder, rounds):
         parts = json.loads(subprocess.check_output([yardstick, package, member, scratch]))
         with open(os.devnull, "wb") as null:
             parts["cat"], _ = run(["cat", package], null)
+            parts["catMember"], _ = run(["cat", member], null)
         bare.append(parts)
     if not filecmp.cmp(output, member, shallow=False):
         sys.exit("the extracted file differs from the member")
     sizes = {"package": package.stat().st_size, "member": member.stat().st_size}
-    return ({name: statistics.median(values) for name, values in times.items()}, peaks,
-            {part: statistics.median(turn[part] for turn in bare) for part in bare[0]}, sizes)
+    return ({name: min(values) for name, values in times.items()}, peaks,
+            {part: min(turn[part] for turn in bare) for part in bare[0]}, sizes)
 
 
 def report(times, peaks, bare, sizes):
     reading = bare["cat"] + bare["checksum"]
-    decoding = bare["readPackage"] + bare["decode"] + bare["writeMember"]
-    encoding = bare["readMember"] + bare["encode"] + bare["writePackage"]
+    decoding = bare["decode"] + bare["writeMember"]
+    encoding = bare["encode"] + bare["writePackage"]
+    package, member = sizes["package"], sizes["member"]
     rows = [
-        ("version", reading, 6.0, sizes["package"], 1.15),
-        ("list", reading, 6.0, sizes["package"], 1.15),
-        ("extract", decoding, 1.4, sizes["package"], 1.9),
-        ("create", encoding, 1.6, sizes["member"], 2.6),
-        ("verify", bare["readPackage"] + bare["checksum"] + bare["decode"], None,
-         sizes["package"], None),
+        ("version", "version", reading, 6.0, package, 1.15),
+        ("list", "list", reading, 6.0, package, 1.15),
+        ("extract", "extract", bare["readPackage"] + decoding, 1.4, package, 1.9),
+        ("extract, strict", "extract", bare["cat"] + decoding, None, package, None),
+        ("create", "create", bare["readMember"] + encoding, 1.6, member, 2.6),
+        ("create, strict", "create", bare["catMember"] + encoding, None, member, None),
+        ("verify", "verify", bare["readPackage"] + bare["checksum"] + bare["decode"], None,
+         package, None),
     ]
     print(f"package of {sizes['package']:,} bytes, member of {sizes['member']:,} bytes")
     print("bare work in seconds: " + ", ".join(f"{part} {bare[part]:.3f}" for part in bare))
-    print(f"{'command':9}{'seconds':>9}{'yardstick':>11}{'ratio':>7}{'goal':>6}"
+    print(f"{'command':16}{'seconds':>9}{'yardstick':>11}{'ratio':>7}{'goal':>6}"
           f"{'peak MB':>9}{'ratio':>7}{'goal':>6}")
     kept = True
-    for name, yardstick, time_goal, size, memory_goal in rows:
+    for label, name, yardstick, time_goal, size, memory_goal in rows:
         time_ratio, memory_ratio = times[name] / yardstick, peaks[name] / size
-        print(f"{name:9}{times[name]:9.3f}{yardstick:11.3f}{time_ratio:7.2f}"
+        print(f"{label:16}{times[name]:9.3f}{yardstick:11.3f}{time_ratio:7.2f}"
               f"{time_goal or '':>6}{peaks[name] / 1e6:9.1f}{memory_ratio:7.2f}"
               f"{memory_goal or '':>6}")
         kept &= time_goal is None or time_ratio <= time_goal
