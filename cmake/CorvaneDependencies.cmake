@@ -7,6 +7,7 @@ find_package(CLI11 REQUIRED)
 find_package(CURL REQUIRED)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
+pkg_check_modules(HTTPLIB REQUIRED IMPORTED_TARGET cpp-httplib)
 
 find_path(B64_INCLUDE_DIR b64/cencode.h REQUIRED)
 find_library(B64_LIBRARY b64 REQUIRED)
