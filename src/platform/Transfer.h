@@ -22,6 +22,8 @@ class TransferHandle {
                                    std::FILE* stream);
 
   virtual void setUrl(const std::string& url) = 0;
+  /// The path of the file that the bytes end up in, for the record; it is not opened here.
+  virtual void setDestination(const std::string& path) = 0;
   virtual void setWrite(WriteFunction function, std::FILE* stream) = 0;
   virtual void setProgress(TransferProgress progress) = 0;
   /// The most bytes accepted; more ends the transfer as failed. 0 for no bound.

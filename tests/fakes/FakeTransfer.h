@@ -22,7 +22,8 @@ class FakeTransfer : public Transfer {
   std::map<std::string, Answer> answers;
   Answer unknown{6, "", "Could not resolve host"};  ///< the answer of every other address
   std::vector<std::string> requests;
-  uint64_t maximumSize = 0;  ///< what the last transfer was limited to
+  std::vector<std::string> destinations;  ///< where what was asked for was to end up
+  uint64_t maximumSize = 0;               ///< what the last transfer was limited to
   size_t openHandles = 0;
 
   std::unique_ptr<TransferHandle> createHandle() override {
@@ -36,6 +37,7 @@ class FakeTransfer : public Transfer {
     explicit Handle(FakeTransfer& owner) : owner_(owner) { ++owner_.openHandles; }
     ~Handle() override { --owner_.openHandles; }
     void setUrl(const std::string& url) override { url_ = url; }
+    void setDestination(const std::string& path) override { owner_.destinations.push_back(path); }
     void setWrite(WriteFunction function, std::FILE* stream) override {
       write_ = function;
       stream_ = stream;

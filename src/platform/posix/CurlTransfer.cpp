@@ -38,6 +38,8 @@ class CurlTransferHandle final : public TransferHandle {
 
   void setUrl(const std::string& url) override { set(CURLOPT_URL, url.c_str()); }
 
+  void setDestination(const std::string&) override {}
+
   void setWrite(WriteFunction function, std::FILE* stream) override {
     writeFunction_ = function;
     stream_ = stream;
