@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "platform/bench/BenchDocument.h"
+#include "platform/bench/BenchFolder.h"
 
 namespace corvane {
 
@@ -22,9 +23,9 @@ void print(std::FILE* stream, const std::string& text) {
 }
 
 ToolAnswer call(BenchTool tool, const std::string& program, const ToolArguments& arguments) {
-  const char* path = std::getenv(benchFileVariable);
+  const char* path = std::getenv(benchVariable);
   if (!path || *path == '\0') {
-    return refusal(program + ": no bench: " + benchFileVariable + " is not set", unusableBench);
+    return refusal(program + ": no bench: " + benchVariable + " is not set", unusableBench);
   }
   try {
     return tool(BenchFile(path), arguments);

@@ -20,10 +20,8 @@ using ToolArguments = std::vector<std::string>;
 /// A tool: what it does on a bench when called with these arguments. May throw BenchFileError.
 using BenchTool = ToolAnswer (*)(const BenchFile& bench, const ToolArguments& arguments);
 
-/// The environment variable that names the bench file. The bench's shell sets it.
-inline constexpr const char* benchFileVariable = "CORVANE_BENCH_FILE";
-
-/// The main function of a tool's program: calls `tool` on the bench that the environment names.
+/// The main function of a tool's program: calls `tool` on the bench that the environment names
+/// (benchVariable).
 int runBenchTool(BenchTool tool, int argumentCount, char** arguments);
 
 /// The state of the bench, for a tool that only looks. A tool is started for every single question,

@@ -30,7 +30,7 @@ class ToolProgramTest : public ToolBench {
   }
 
   Paths paths = pathsWithScratchFileIn(folder.path());
-  BenchLineShell shell{"export CORVANE_BENCH_FILE=" + shellPath(bench.path()) +
+  BenchLineShell shell{"export CORVANE_BENCH=" + shellPath(bench.path()) +
                        "; PATH=" + shellPath(BENCH_TOOLS) + ":$PATH; "};
   commandBody command{shell, paths};
   commandAPI presets{shell, paths};
@@ -96,12 +96,12 @@ TEST_F(ToolProgramTest, AMissingToolReadsAsEmpty) {
 }
 
 TEST_F(ToolProgramTest, WithoutABenchTheToolSaysSo) {
-  BenchLineShell bare("unset CORVANE_BENCH_FILE; ");
+  BenchLineShell bare("unset CORVANE_BENCH; ");
   EXPECT_EQ(WEXITSTATUS(bare.run(paths.utilityTool + " en5 getRxRingSize 2>" + paths.scratchFile)),
             2);
   std::ifstream stream(paths.scratchFile);
   const std::string text{std::istreambuf_iterator<char>(stream), {}};
-  EXPECT_THAT(text, testing::HasSubstr("CORVANE_BENCH_FILE is not set"));
+  EXPECT_THAT(text, testing::HasSubstr("CORVANE_BENCH is not set"));
 }
 
 TEST_F(ToolProgramTest, ABenchThatIsNoBenchIsRefused) {
