@@ -52,7 +52,7 @@ AlertContent warning(const std::string& informativeText) {
 /// before and after the transfer, the worker during it.
 struct FirmwareUpdate::Job {
   std::shared_ptr<Corvane2Info> info;
-  RegistryHandle service = 0;
+  RegistryObject service;
   std::promise<void> ended;
   FirmwareUpdateOutcome outcome;
 };
@@ -160,7 +160,7 @@ void FirmwareUpdate::alertEnded(int code) {
 
   auto job = std::make_shared<Job>();
   job->info = state_.corvaneInfo;
-  job->service = state_.corvaneDevice->port1()->portService();
+  job->service = state_.corvaneDevice->port1()->retainedService();
   job_ = job->ended.get_future();
   platform_.dispatch.asyncGlobal(QueuePriority::Default, [this, job] { run(job); });
 }
@@ -203,7 +203,7 @@ void FirmwareUpdate::transfer(Job& job) {
   volumes_.unmountAllVolume(names);
   advanceFromWorker(unmountedFraction);
   job.outcome.transferResult = job.info->port1Info.UpgradeELXFWUserClient(
-      job.service, platform_.paths.transferImage, &job.outcome.driverStatus);
+      job.service.get(), platform_.paths.transferImage, &job.outcome.driverStatus);
   advanceFromWorker(transferredFraction);
   volumes_.mountAllVolume(names);
   advanceFromWorker(mountedFraction);
