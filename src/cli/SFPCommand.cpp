@@ -1,0 +1,85 @@
+#include "cli/SFPCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "FibreChannelProtocol.h"
+#include "SFPDecoder.h"
+#include "cli/CommandOutput.h"
+
+namespace corvane {
+
+namespace {
+
+using nlohmann::ordered_json;
+
+struct CloseDump {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+// The identification area at the start of the dump; fewer bytes when the file is shorter.
+std::vector<uint8_t> readDump(const std::string& path) {
+  const std::unique_ptr<std::FILE, CloseDump> file(std::fopen(path.c_str(), "rb"));
+  if (!file) {
+    throw CommandFailure(ExitStatus::NotFound, path, std::strerror(errno),
+                         "Name a file that holds the raw bytes of a module's memory.");
+  }
+  std::vector<uint8_t> bytes(SfpInfoStruct::eepromSize);
+  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
+  if (std::ferror(file.get()) != 0) {
+    throw CommandFailure(ExitStatus::Failed, path, std::strerror(errno),
+                         "Name a file that holds the raw bytes of a module's memory.");
+  }
+  return bytes;
+}
+
+SFPDescription decodeDump(const std::string& path) {
+  const std::vector<uint8_t> bytes = readDump(path);
+  if (bytes.size() < SfpInfoStruct::eepromSize) {
+    throw CommandFailure(ExitStatus::Failed, path,
+                         "holds " + std::to_string(bytes.size()) +
+                             " bytes, but a module's "
+                             "identification has " +
+                             std::to_string(SfpInfoStruct::eepromSize),
+                         "Dump the memory at address A0h again, as raw bytes.");
+  }
+  return decodeSFP(sfpReplyForEEPROM(bytes));
+}
+
+ordered_json textOrNothing(const std::optional<std::string>& text) {
+  return text ? ordered_json(*text) : ordered_json(nullptr);
+}
+
+ordered_json answer(const SFPDescription& module) {
+  return {{"result", static_cast<int64_t>(module.result)},
+          {"Transceiver", textOrNothing(module.Transceiver)},
+          {"Connector", textOrNothing(module.Connector)},
+          {"TransceiverCode", textOrNothing(module.TransceiverCode)},
+          {"SerialEncoding", textOrNothing(module.SerialEncoding)},
+          {"Bitrate", textOrNothing(module.Bitrate)},
+          {"VendorName", textOrNothing(module.VendorName)},
+          {"VendorOUI", textOrNothing(module.VendorOUI)},
+          {"VendorPN", textOrNothing(module.VendorPN)},
+          {"VendorRev", textOrNothing(module.VendorRev)},
+          {"VendorSN", textOrNothing(module.VendorSN)},
+          {"ManuData", textOrNothing(module.ManuData)}};
+}
+
+}  // namespace
+
+void addSFPCommand(CLI::App& app, CommandContext& context) {
+  const auto path = std::make_shared<std::string>();
+  auto* command = app.add_subcommand("sfp", "Decode a transceiver's memory dump");
+  addJsonFlag(*command, context);
+  command->add_option("FILE", *path, "The module's memory at address A0h, raw, at least 96 bytes")
+      ->required();
+  command->callback([&context, path] { printAnswer(context, answer(decodeDump(*path))); });
+}
+
+}  // namespace corvane
