@@ -38,6 +38,7 @@ AppDelegate::AppDelegate(const Platform& platform)
       volumes_(platform),
       firmwareUpdate_(platform, controls_, state_, state_.updateAlert, volumes_,
                       [this] { return device_->getBSDVolumeList(); }),
+      tenGigabitPages_(platform, controls_, state_, [this] { return compareDriverVersion(); }),
       self_(std::make_shared<AppDelegate*>(this)) {
   connectControls();
 }
@@ -317,11 +318,19 @@ void AppDelegate::showDevicePage() {
 }
 
 void AppDelegate::fillPortPage(int64_t portIndex) {
-  if (family() == AdapterFamily::FibreChannel) fibreChannelPages_.show8GPortInfo(portIndex);
+  if (family() == AdapterFamily::FibreChannel) {
+    fibreChannelPages_.show8GPortInfo(portIndex);
+  } else {
+    tenGigabitPages_.show10GportInfo(portIndex);
+  }
 }
 
 void AppDelegate::fillDevicePage() {
-  if (family() == AdapterFamily::FibreChannel) fibreChannelPages_.show8GDeviceInfo();
+  if (family() == AdapterFamily::FibreChannel) {
+    fibreChannelPages_.show8GDeviceInfo();
+  } else {
+    tenGigabitPages_.show10GDeviceInfo();
+  }
 }
 
 void AppDelegate::markPageButton(PageButtonTag shown) {

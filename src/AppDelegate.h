@@ -15,6 +15,7 @@
 #include "MainWindowControls.h"
 #include "MatrixController.h"
 #include "SFPController.h"
+#include "TenGigabitPages.h"
 #include "Volumes.h"
 #include "controls/InterfaceWindow.h"
 #include "platform/Platform.h"
@@ -164,6 +165,7 @@ class AppDelegate {
   FCQDepthViewController queueDepthController_;
   Volumes volumes_;
   FirmwareUpdate firmwareUpdate_;
+  TenGigabitPages tenGigabitPages_;
 
   std::vector<std::unique_ptr<Observation>> observations_;
   std::function<void()> discovered_;
