@@ -22,7 +22,7 @@ namespace corvane {
 class ChunkEncoder {
  public:
   /// How many characters a piece may have at most.
-  static constexpr std::size_t PieceCapacity = 75 * 1024;
+  static constexpr std::size_t PieceCapacity = std::size_t{75} * 1024;
 
   explicit ChunkEncoder(std::span<const std::uint8_t> bytes);
 
@@ -48,7 +48,7 @@ class ChunkDecoder {
   std::string_view next();
 
  private:
-  static constexpr std::size_t PieceLength = 64 * 1024;
+  static constexpr std::size_t PieceLength = std::size_t{64} * 1024;
 
   std::string_view rest_;
   base64_decodestate state_;

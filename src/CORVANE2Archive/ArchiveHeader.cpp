@@ -17,7 +17,7 @@ constexpr char Scrambled = '1';
 constexpr char Reserved = '0';
 
 /// An even number of bytes, so that no word of the sum crosses two pieces.
-constexpr std::size_t PieceLength = 64 * 1024;
+constexpr std::size_t PieceLength = std::size_t{64} * 1024;
 
 struct HeaderField {
   std::size_t offset;

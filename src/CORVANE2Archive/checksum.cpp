@@ -7,7 +7,7 @@ namespace corvane {
 namespace {
 
 /// The low bytes of so many bytes cannot overflow 32 bits.
-constexpr std::uint64_t BytesThatFit = 2 * 65536;
+constexpr std::uint64_t BytesThatFit = std::uint64_t{2} * 65536;
 
 }  // namespace
 

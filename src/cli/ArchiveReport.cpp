@@ -12,7 +12,7 @@ namespace {
 using nlohmann::ordered_json;
 
 /// Smaller packages are done before anybody could look.
-constexpr std::uint64_t LargePackage = 8 * 1024 * 1024;
+constexpr std::uint64_t LargePackage = std::uint64_t{8} * 1024 * 1024;
 
 /// Ids come from packages, which may be made to flood a terminal.
 constexpr std::size_t LongestQuotedId = 80;

@@ -244,7 +244,7 @@ int runCommandLine(CLI::App& app, CommandContext& context,
   }
 }
 
-ProgressBar::ProgressBar(CommandContext& context, std::string label)
+ProgressBar::ProgressBar(CommandContext& context, const std::string& label)
     : context_(context), label_(printable(label)) {}
 
 ProgressBar::~ProgressBar() {

@@ -93,7 +93,7 @@ int runCommandLine(CLI::App& app, CommandContext& context,
 /// as often as the eye needs. It never goes backwards and is wiped when it ends.
 class ProgressBar {
  public:
-  ProgressBar(CommandContext& context, std::string label);
+  ProgressBar(CommandContext& context, const std::string& label);
   ~ProgressBar();
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;

@@ -117,6 +117,16 @@ class PackageBuilder {
   std::uint64_t written_ = 0;
 };
 
+/// Paths that lead to the same file would be read first and then replaced.
+void refuseToReplace(const std::string& output, const fs::path& source) {
+  std::error_code ignored;
+  if (fs::equivalent(output, source, ignored)) {
+    throw CommandFailure(ExitStatus::WrongCommandLine, output,
+                         "is what the package is made of and would be replaced by it",
+                         "Name another file for the package.");
+  }
+}
+
 [[noreturn]] void failOnPlace(const std::string& output, const std::system_error& error) {
   throw CommandFailure(
       ExitStatus::Failed, output,
@@ -140,7 +150,10 @@ void noteIfUseless(CommandContext& context, const std::string& output) {
 
 void createPackage(CommandContext& context, const std::string& output,
                    const std::string& manifest) {
-  PackageBuilder builder(context, readArchiveManifest(manifest), output);
+  auto content = readArchiveManifest(manifest);
+  refuseToReplace(output, manifest);
+  for (const auto& file : content.files) refuseToReplace(output, file.path);
+  PackageBuilder builder(context, std::move(content), output);
   try {
     StagedFile staged(output);
     builder.build(staged.path());

@@ -22,7 +22,7 @@ fs::path stagingName(const fs::path& destination, int attempt) {
 /// Creates a file that was not there; a link planted under its name is not followed.
 std::string createBeside(const fs::path& destination) {
   for (int attempt = 0; attempt < MostAttempts; ++attempt) {
-    const auto name = stagingName(destination, attempt).string();
+    auto name = stagingName(destination, attempt).string();
     const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
     if (file >= 0) {
       close(file);

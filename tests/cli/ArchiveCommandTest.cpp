@@ -293,6 +293,15 @@ TEST_F(ArchiveCommandTest, CreateWhereNothingCanBeWritten) {
   EXPECT_EQ(run({"create", folder.path(""), manifest}).status, 1);
 }
 
+TEST_F(ArchiveCommandTest, CreateDoesNotReplaceWhatGoesIntoThePackage) {
+  const auto manifest = writeManifest(goldenManifest());
+  const auto text = readFile(manifest);
+  EXPECT_EQ(run({"create", manifest, manifest}).status, 2);
+  EXPECT_EQ(readFile(manifest), text);
+  EXPECT_EQ(run({"create", folder.path("image.bin"), manifest}).status, 2);
+  EXPECT_EQ(readFile(folder.path("image.bin")), goldenImage());
+}
+
 TEST_F(ArchiveCommandTest, CreateRefusesAFolderAsMember) {
   auto manifest = goldenManifest();
   manifest["files"][0]["path"] = ".";
