@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -10,6 +11,7 @@
 #include <QValidator>
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 #include "ui/ControlBinding.h"
 #include "ui/PopUpBox.h"
@@ -68,10 +70,26 @@ void renderPopUp(const PopUpButton& control, PopUpBox& box) {
   box.showChoice(selected ? static_cast<int>(*selected) : -1, plainText(control));
 }
 
-void renderButton(const Button& control, QAbstractButton& button) {
-  if (!control.title().empty()) button.setText(QString::fromStdString(control.title()));
-  if (button.isCheckable()) button.setChecked(control.isOn());
-}
+/// A button's state, and its title where the control has one; else the text is the interface file's.
+class ButtonRenderer {
+ public:
+  ButtonRenderer(const Button& control, QAbstractButton& button)
+      : control_(control), button_(button), ownText_(button.text()) {}
+
+  void render() {
+    if (control_.title() != shownTitle_) {
+      shownTitle_ = control_.title();
+      button_.setText(shownTitle_.empty() ? ownText_ : QString::fromStdString(shownTitle_));
+    }
+    if (button_.isCheckable()) button_.setChecked(control_.isOn());
+  }
+
+ private:
+  const Button& control_;
+  QAbstractButton& button_;
+  const QString ownText_;
+  std::string shownTitle_;
+};
 
 void renderAction(const Button& control, QAction& action) {
   action.setVisible(!control.isHidden());
@@ -79,7 +97,8 @@ void renderAction(const Button& control, QAction& action) {
   if (action.isCheckable()) action.setChecked(control.isOn());
 }
 
-/// Asks a control about each edit of its entry before the edit is made.
+/// Asks a control about each edit of its entry before the edit is made, and has Return confirm the
+/// entry there rather than press its dialog's default button as well.
 class EditFilter : public QValidator {
  public:
   EditFilter(EntryField& control, QObject* parent) : QValidator(parent), control_(control) {}
@@ -87,6 +106,14 @@ class EditFilter : public QValidator {
   State validate(QString& proposed, int&) const override {
     const std::string text = proposed.toStdString();
     return text == control_.text() || control_.edit(text) ? Acceptable : Invalid;
+  }
+
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) return false;
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
+    control_.confirm();
+    return true;
   }
 
  private:
@@ -137,8 +164,9 @@ void bind(CheckBox& control, QCheckBox& box) {
 }
 
 void bind(Button& control, QAbstractButton& button, QAction* action) {
-  const auto renderState = [&control, &button, action] {
-    renderButton(control, button);
+  const auto title = std::make_shared<ButtonRenderer>(control, button);
+  const auto renderState = [&control, title, action] {
+    title->render();
     if (action) renderAction(control, *action);
   };
   new ControlBinding(control, button, [renderState, common = CommonRenderer(control, button)] {
@@ -172,8 +200,9 @@ void bind(EntryField& control, QLineEdit& entry) {
     const QString text = QString::fromStdString(control.text());
     if (entry.text() != text) entry.setText(text);
   });
-  entry.setValidator(new EditFilter(control, &entry));
-  QObject::connect(&entry, &QLineEdit::returnPressed, &entry, [&control] { control.confirm(); });
+  auto* const filter = new EditFilter(control, &entry);
+  entry.setValidator(filter);
+  entry.installEventFilter(filter);
 }
 
 void showProgress(QProgressBar& bar, std::optional<double> fraction) {

@@ -2,7 +2,9 @@
 
 #include <QDialog>
 #include <QPointer>
+#include <QScreen>
 #include <QWidget>
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -22,7 +24,7 @@ class DialogView {
   void render() {
     if (window_.isLoaded() && !dialog_) build();
     if (!dialog_) return;
-    if (window_.isShown() != dialog_->isVisible()) dialog_->setVisible(window_.isShown());
+    if (window_.isShown() != dialog_->isVisible()) setVisible(window_.isShown());
     if (window_.isShown()) dialog_->raise();
     if (!window_.isLoaded()) discard();
   }
@@ -33,6 +35,21 @@ class DialogView {
     dialog_->setWindowModality(form_ == WindowForm::Sheet ? Qt::WindowModal : Qt::NonModal);
     InterfaceWindow& window = window_;
     QObject::connect(dialog_, &QDialog::rejected, dialog_, [&window] { window.requestClose(); });
+  }
+
+  void setVisible(bool visible) {
+    if (visible && form_ == WindowForm::Popover) placeBelowParent();
+    dialog_->setVisible(visible);
+  }
+
+  // Kept on the screen where it would reach beyond its right or lower edge.
+  void placeBelowParent() {
+    dialog_->adjustSize();
+    const QRect screen = parent_.screen()->availableGeometry();
+    QPoint place = parent_.mapToGlobal(QPoint(0, parent_.height() + 2));
+    place.setX(std::min(place.x(), screen.right() - dialog_->width()));
+    place.setY(std::min(place.y(), screen.bottom() - dialog_->height()));
+    dialog_->move(place);
   }
 
   // The dialog may be in the middle of a click, so it goes later; the controls inside are free for

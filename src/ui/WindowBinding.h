@@ -10,8 +10,9 @@ class QWidget;
 namespace corvane {
 
 enum class WindowForm {
-  Sheet,   ///< window-modal, on its parent
-  Window,  ///< a window of its own
+  Sheet,    ///< window-modal, on its parent
+  Window,   ///< a window of its own
+  Popover,  ///< a popup below its parent, gone with a click elsewhere
 };
 
 /// Renders `window` by a dialog that `make` builds when it is loaded and that goes when it is

@@ -1,0 +1,25 @@
+#include "ui/AddressMatrixSheet.h"
+
+#include "MatrixController.h"
+#include "ui/Bindings.h"
+#include "ui_MatrixTable.h"
+
+namespace corvane {
+
+AddressMatrixSheet::AddressMatrixSheet(MatrixController& controller, QWidget* parent)
+    : QDialog(parent, Qt::Sheet), ui_(std::make_unique<Ui::MatrixTable>()) {
+  ui_->setupUi(this);
+  bind(controller.idLabel, *ui_->idLabel);
+  for (QToolButton* const cell : ui_->matrix->findChildren<QToolButton*>()) {
+    connect(cell, &QToolButton::clicked, this,
+            [&controller, cell] { controller.selectMatrix(cell->property("tag").toULongLong()); });
+  }
+  connect(ui_->selectButton, &QPushButton::clicked, this,
+          [&controller] { controller.selectPortALPA(); });
+  connect(ui_->cancelButton, &QPushButton::clicked, this,
+          [&controller] { controller.cancelWindow(); });
+}
+
+AddressMatrixSheet::~AddressMatrixSheet() = default;
+
+}  // namespace corvane

@@ -1,0 +1,30 @@
+#include "ui/HelpPopover.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "ui/Bindings.h"
+
+namespace corvane {
+
+namespace {
+constexpr int charactersPerLine = 60;
+constexpr int margin = 16;
+}  // namespace
+
+HelpPopover::HelpPopover(TextField& content, QWidget* parent) : QDialog(parent, Qt::Popup) {
+  setObjectName("helpPopover");
+  auto* const text = new QLabel(this);
+  text->setObjectName("helpText");
+  text->setAccessibleName(tr("Help"));
+  text->setTextFormat(Qt::PlainText);
+  text->setWordWrap(true);
+  text->setMinimumWidth(fontMetrics().averageCharWidth() * charactersPerLine);
+  text->setFocusPolicy(Qt::StrongFocus);
+  auto* const layout = new QVBoxLayout(this);
+  layout->setContentsMargins(margin, margin, margin, margin);
+  layout->addWidget(text);
+  bind(content, *text);
+}
+
+}  // namespace corvane

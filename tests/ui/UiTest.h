@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace corvane {
+
+/// The window tests of the program, each made and run once.
+inline std::vector<std::function<std::unique_ptr<QObject>()>>& uiTests() {
+  static std::vector<std::function<std::unique_ptr<QObject>()>> tests;
+  return tests;
+}
+
+/// Adds a test class to the program; a variable beside the class is all it takes.
+template <typename Test>
+struct UiTestRegistration {
+  UiTestRegistration() {
+    uiTests().push_back([] { return std::make_unique<Test>(); });
+  }
+};
+
+}  // namespace corvane
