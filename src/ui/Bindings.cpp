@@ -70,7 +70,8 @@ void renderPopUp(const PopUpButton& control, PopUpBox& box) {
   box.showChoice(selected ? static_cast<int>(*selected) : -1, plainText(control));
 }
 
-/// A button's state, and its title where the control has one; else the text is the interface file's.
+/// A button's state, and its title where the control has one; else the text is the interface
+/// file's.
 class ButtonRenderer {
  public:
   ButtonRenderer(const Button& control, QAbstractButton& button)

@@ -27,4 +27,8 @@ void FibreChannelPortPage::bindTo(MainWindowControls& controls) {
   bind(controls.portProgress, *ui_->portProgress);
 }
 
+QWidget& FibreChannelPortPage::helpAnchor() {
+  return *ui_->SFPHelpButton;
+}
+
 }  // namespace corvane

@@ -22,6 +22,9 @@ class FibreChannelPortPage : public QWidget {
   /// Renders the page's controls.
   void bindTo(MainWindowControls& controls);
 
+  /// The button at which the help on transceivers opens.
+  QWidget& helpAnchor();
+
  private:
   std::unique_ptr<Ui::FibreChannelPortPage> ui_;
 };

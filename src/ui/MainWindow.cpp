@@ -7,13 +7,17 @@
 
 #include "AppDelegate.h"
 #include "ui/AboutWindow.h"
+#include "ui/AddressMatrixSheet.h"
 #include "ui/Artwork.h"
 #include "ui/Bindings.h"
 #include "ui/ControlBinding.h"
 #include "ui/DeviceListModel.h"
 #include "ui/DeviceRowDelegate.h"
 #include "ui/EditActions.h"
+#include "ui/HelpPopover.h"
 #include "ui/QtPrompts.h"
+#include "ui/QueueDepthSheet.h"
+#include "ui/SFPSheet.h"
 #include "ui/WindowBinding.h"
 #include "ui_MainWindow.h"
 
@@ -117,8 +121,21 @@ void MainWindow::bindPages(MainWindowControls& controls) {
 }
 
 void MainWindow::bindSheets() {
-  bindWindow(delegate_.aboutDialog().window, *this, WindowForm::Window,
-             [this](QWidget* parent) { return new AboutWindow(delegate_.aboutDialog(), parent); });
+  SFPController& sfp = delegate_.sfpController();
+  bindWindow(sfp.SFPWindow, *this, WindowForm::Sheet,
+             [&sfp](QWidget* parent) { return new SFPSheet(sfp, parent); });
+  MatrixController& matrix = delegate_.matrixController();
+  bindWindow(matrix.matrixWindow, *this, WindowForm::Sheet,
+             [&matrix](QWidget* parent) { return new AddressMatrixSheet(matrix, parent); });
+  FCQDepthViewController& depth = delegate_.queueDepthController();
+  bindWindow(depth.QDepthWindow, *this, WindowForm::Sheet,
+             [&depth](QWidget* parent) { return new QueueDepthSheet(depth, parent); });
+  FibreChannelPages& pages = delegate_.fibreChannelPages();
+  bindWindow(pages.SFPHelp, ui_->fibreChannelPortPage->helpAnchor(), WindowForm::Popover,
+             [&pages](QWidget* parent) { return new HelpPopover(pages.SFPHelpContent, parent); });
+  AboutDialog& about = delegate_.aboutDialog();
+  bindWindow(about.window, *this, WindowForm::Window,
+             [&about](QWidget* parent) { return new AboutWindow(about, parent); });
 }
 
 void MainWindow::connectMenus() {

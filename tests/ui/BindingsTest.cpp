@@ -1,5 +1,7 @@
 #include "ui/Bindings.h"
 
+#include <QAbstractItemView>
+#include <QAction>
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -69,8 +71,8 @@ void wheelOver(QWidget& widget) {
 
 PopUpButton& BindingsTest::speedMenu() {
   menu_ = std::make_unique<PopUpButton>(dispatch_, "setSpeed");
-  menu_->setItems({{0, "Automatic"}, {2000, "2 Gbps"}, {4000, "4 Gbps"}, {16000, "16 Gbps"},
-                   {8000, "8 Gbps"}});
+  menu_->setItems(
+      {{0, "Automatic"}, {2000, "2 Gbps"}, {4000, "4 Gbps"}, {16000, "16 Gbps"}, {8000, "8 Gbps"}});
   return *menu_;
 }
 
