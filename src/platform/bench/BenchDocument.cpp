@@ -56,6 +56,7 @@ void describe(Fields& fields, BenchAdapter& adapter) {
   fields.text("note", adapter.note);
   fields.member("product", adapter.product);
   fields.member("attached", adapter.attached);
+  fields.memberUnless("timesPlugged", adapter.timesPlugged, int64_t{0});
   fields.member("bridge", adapter.bridge);
   fields.member("hop", adapter.hop);
   fields.text("nodeWWN", adapter.nodeWWN);

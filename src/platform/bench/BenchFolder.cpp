@@ -74,4 +74,14 @@ void BenchFolder::placeTool(const std::string& name, const std::string& target) 
   filesystem::remove(path, error);
 }
 
+void BenchFolder::blockScratchFile(bool isBlocked) const {
+  const std::string path = paths().scratchFile;
+  const bool isFolder = filesystem::is_directory(path);
+  if (isFolder == isBlocked) return;
+  std::error_code error;
+  filesystem::remove(path, error);
+  if (isBlocked) filesystem::create_directory(path, error);
+  if (error) refuse(path, error);
+}
+
 }  // namespace corvane

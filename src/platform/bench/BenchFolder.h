@@ -32,6 +32,10 @@ class BenchFolder {
   /// `target` is empty. Throws BenchFileError.
   void placeTool(const std::string& name, const std::string& target) const;
 
+  /// Puts a folder in the scratch file's place, so that nothing can be written there, or takes it
+  /// away again. Throws BenchFileError.
+  void blockScratchFile(bool isBlocked) const;
+
  private:
   std::string root_;
 };

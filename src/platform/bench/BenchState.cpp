@@ -1,5 +1,9 @@
 #include "platform/bench/BenchState.h"
 
+#include <algorithm>
+#include <cctype>
+#include <type_traits>
+
 namespace corvane {
 
 namespace {
@@ -31,6 +35,13 @@ const BenchEthernetPort* BenchState::findEthernetPort(const std::string& interfa
 
 BenchEthernetPort* BenchState::findEthernetPort(const std::string& interface) {
   return findPort(*this, interface);
+}
+
+bool isSameAddress(const std::string& left, const std::string& right) {
+  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                    [](unsigned char first, unsigned char second) {
+                      return std::toupper(first) == std::toupper(second);
+                    });
 }
 
 }  // namespace corvane

@@ -74,6 +74,7 @@ struct BenchAdapter {
   std::string note;
   std::string product;                         ///< one of benchProducts()
   bool attached = true;                        ///< whether it is plugged in
+  int64_t timesPlugged = 0;                    ///< tells one stay on the chain from the next
   int64_t bridge = 1;                          ///< number of the host's downstream bridge
   int64_t hop = 1;                             ///< position on that bridge's chain
   std::string nodeWWN;                         ///< Fibre Channel only
@@ -163,5 +164,8 @@ struct BenchState {
 
   bool operator==(const BenchState&) const = default;
 };
+
+/// Whether two world wide names or MAC addresses differ in nothing but the case of their letters.
+bool isSameAddress(const std::string& left, const std::string& right);
 
 }  // namespace corvane
