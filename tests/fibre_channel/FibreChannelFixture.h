@@ -44,6 +44,9 @@ class FibreChannelFixture : public testing::Test {
     };
   }
 
+  /// Lets work that still goes on end while everything it uses is there.
+  ~FibreChannelFixture() override { dispatch.advance(std::chrono::minutes(1)); }
+
   /// Attaches an adapter, in the registry's terms one of the four models, and puts it on show.
   void attach(const PropertyValue::Data& model) {
     const RegistryHandle endpoint =
