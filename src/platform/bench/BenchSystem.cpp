@@ -51,6 +51,7 @@ class BenchTransferHandle final : public TransferHandle {
       : machine_(machine), handle_(std::move(handle)) {}
 
   void setUrl(const std::string& url) override { handle_->setUrl(url); }
+  void setDestination(const std::string& path) override { handle_->setDestination(path); }
   void setWrite(WriteFunction function, std::FILE* stream) override {
     handle_->setWrite(function, stream);
   }
