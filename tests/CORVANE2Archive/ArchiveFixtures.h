@@ -75,7 +75,10 @@ inline std::string checksumBytes(std::string_view body) {
 }
 
 inline std::string headerBytes(std::string_view checksum) {
-  return "*VELARC*1" + std::string(51, '0').append(checksum);
+  std::string header = "*VELARC*1";
+  header.append(51, '0');
+  header.append(checksum);
+  return header;
 }
 
 /// A closed package of any index text, however wrong.

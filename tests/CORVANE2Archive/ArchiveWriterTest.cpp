@@ -103,9 +103,12 @@ TEST_F(ArchiveWriterTest, ClosedPackageIsNotOpenAndNotTouched) {
 }
 
 TEST_F(ArchiveWriterTest, WhatIsNotAPackageIsNotTouched) {
-  for (const std::string& bytes :
-       {std::string(200, '0'), std::string(), headerBytes("0000").substr(0, 63),
-        "-" + openPackage("text").substr(1), headerBytes("0001") + "body"}) {
+  auto wrongMagic = openPackage("text");
+  wrongMagic.front() = '-';
+  const std::vector<std::string> files{std::string(200, '0'), std::string(),
+                                       headerBytes("0000").substr(0, 63), wrongMagic,
+                                       headerBytes("0001")};
+  for (const auto& bytes : files) {
     writeFile(path, bytes);
     EXPECT_EQ(add(goldenNotesFile()), 18u) << bytes.size();
     EXPECT_EQ(end(), 18u) << bytes.size();
