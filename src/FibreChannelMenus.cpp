@@ -81,6 +81,10 @@ std::vector<PopUpItem> queueDepthMenuItems() {
   return items;
 }
 
+bool hasArbitratedLoop(std::string_view productType) {
+  return !is16G(productType);
+}
+
 void trimSpeedMenu(PopUpButton& menu, std::string_view productType) {
   const bool is8G = productType == corvane2_8G_FC || productType == corvane3_8G_FC;
   menu.setItemHidden(indexOf16G, is8G);
@@ -88,7 +92,7 @@ void trimSpeedMenu(PopUpButton& menu, std::string_view productType) {
 }
 
 void trimTopologyMenu(PopUpButton& menu, std::string_view productType) {
-  menu.setItemHidden(indexOfArbitratedLoop, is16G(productType));
+  menu.setItemHidden(indexOfArbitratedLoop, !hasArbitratedLoop(productType));
 }
 
 void trimQueueDepthMenu(PopUpButton& menu, std::string_view driverVersion) {

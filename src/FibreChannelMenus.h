@@ -23,6 +23,9 @@ std::vector<PopUpItem> topologyMenuItems();
 /// Tags are queue depths. The two that older drivers do not take lie at indices 0 and 1.
 std::vector<PopUpItem> queueDepthMenuItems();
 
+/// Whether an adapter of that product can be part of an arbitrated loop.
+bool hasArbitratedLoop(std::string_view productType);
+
 /// Hide what an adapter of that product does not offer, and show the rest.
 void trimSpeedMenu(PopUpButton& menu, std::string_view productType);
 void trimTopologyMenu(PopUpButton& menu, std::string_view productType);

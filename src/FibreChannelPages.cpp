@@ -183,6 +183,7 @@ void FibreChannelPages::show8GPortInfo(int64_t portIndex) {
   readPort(shown->api(), shown->service());
   showTransceiver(*shown);
   trimTopologyMenu(controls_.setTopology, productType());
+  controls_.chooseALPA.setHidden(!hasArbitratedLoop(productType()));
   showNames(*shown);
   showLink(*shown, noLinkText);
 }

@@ -232,21 +232,25 @@ TEST_F(FibreChannelPagesTest, MenusAreTrimmedByModel) {
   EXPECT_TRUE(offersTag(controls.setSpeed, 2000));
   EXPECT_FALSE(offersTag(controls.setSpeed, 16000));
   EXPECT_TRUE(offersTag(controls.setTopology, 1));
+  EXPECT_FALSE(controls.chooseALPA.isHidden());
   attachCorvane2With16G();
   showPort(1);
   EXPECT_TRUE(offersTag(controls.setSpeed, 2000));
   EXPECT_TRUE(offersTag(controls.setSpeed, 16000));
   EXPECT_FALSE(offersTag(controls.setTopology, 1));
+  EXPECT_TRUE(controls.chooseALPA.isHidden());
   attachCorvane3With8G();
   showPort(0);
   EXPECT_TRUE(offersTag(controls.setSpeed, 2000));
   EXPECT_FALSE(offersTag(controls.setSpeed, 16000));
   EXPECT_TRUE(offersTag(controls.setTopology, 1));
+  EXPECT_FALSE(controls.chooseALPA.isHidden());
   attachCorvane3F2();
   showPort(0);
   EXPECT_FALSE(offersTag(controls.setSpeed, 2000));
   EXPECT_TRUE(offersTag(controls.setSpeed, 16000));
   EXPECT_FALSE(offersTag(controls.setTopology, 1));
+  EXPECT_TRUE(controls.chooseALPA.isHidden());
 }
 
 TEST_F(FibreChannelPagesTest, HardAddressIsShownWhenOneIsInUse) {
