@@ -48,7 +48,7 @@ const std::string& largePropertyList() {
 }
 
 void setBytes(benchmark::State& state, const std::string& text) {
-  state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));
+  state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(text.size()));
 }
 
 void barePass(benchmark::State& state) {

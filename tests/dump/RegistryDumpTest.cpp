@@ -220,6 +220,16 @@ TEST(DeepPropertyList, IsRefused) {
   EXPECT_EQ(readRegistryDump(bytes).problem, "It is a property list that is not well formed.");
 }
 
+TEST(PropertyListText, MayHoldNoZeroByte) {
+  for (const std::string& zero :
+       {std::string(1, '\0'), std::string("&#0;"), std::string("&#x00;")}) {
+    const DumpReading reading =
+        readRegistryDump("<plist version=\"1.0\"><dict><key>IORegistryEntryName</key><string>a" +
+                         zero + "b</string></dict></plist>");
+    EXPECT_EQ(reading.problem, "It is a property list that is not well formed.");
+  }
+}
+
 TEST(PropertyListEntry, WithoutANameIsSkippedAndCounted) {
   const DumpReading reading = readRegistryDump(
       "<plist version=\"1.0\"><array><dict><key>IORegistryEntryName</key><string>a</string></dict>"

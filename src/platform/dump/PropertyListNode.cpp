@@ -17,6 +17,19 @@ struct MemoryRelease {
 template <typename Memory>
 using OwnedMemory = std::unique_ptr<Memory, MemoryRelease>;
 
+/// Whether a text may hold a zero byte, which XML forbids and the library's texts end at.
+bool holdsZeroByte(std::string_view bytes) {
+  if (bytes.find('\0') != std::string_view::npos) return true;
+  for (size_t place = bytes.find("&#"); place != std::string_view::npos;
+       place = bytes.find("&#", place + 1)) {
+    std::string_view digits = bytes.substr(place + 2);
+    if (digits.starts_with('x')) digits.remove_prefix(1);
+    const size_t end = digits.find_first_not_of('0');
+    if (end == std::string_view::npos || (end > 0 && digits[end] == ';')) return true;
+  }
+  return false;
+}
+
 /// Whether collections nest deeper than can be read safely, by their tags alone.
 bool nestsTooDeep(std::string_view bytes) {
   int nesting = 0;
@@ -34,17 +47,14 @@ bool nestsTooDeep(std::string_view bytes) {
 }
 
 PropertyValue textValue(plist_t node) {
-  char* text = nullptr;
-  plist_get_string_val(node, &text);
-  const OwnedMemory<char> owned(text);
-  return PropertyValue(text ? std::string(text) : std::string());
+  uint64_t size = 0;
+  const char* text = plist_get_string_ptr(node, &size);
+  return PropertyValue(text ? std::string(text, size) : std::string());
 }
 
 PropertyValue dataValue(plist_t node) {
-  char* bytes = nullptr;
   uint64_t size = 0;
-  plist_get_data_val(node, &bytes, &size);
-  const OwnedMemory<char> owned(bytes);
+  const char* bytes = plist_get_data_ptr(node, &size);
   return PropertyValue(bytes ? PropertyValue::Data(bytes, bytes + size) : PropertyValue::Data());
 }
 
@@ -85,7 +95,9 @@ PropertyListTree::PropertyListTree(PropertyListTree&& other) noexcept
     : root_(std::exchange(other.root_, nullptr)) {}
 
 std::optional<PropertyListTree> parseXmlPropertyList(std::string_view bytes) {
-  if (bytes.size() > UINT32_MAX || nestsTooDeep(bytes)) return std::nullopt;
+  if (bytes.size() > UINT32_MAX || holdsZeroByte(bytes) || nestsTooDeep(bytes)) {
+    return std::nullopt;
+  }
   plist_t root = nullptr;
   plist_from_xml(bytes.data(), static_cast<uint32_t>(bytes.size()), &root);
   if (!root) return std::nullopt;
