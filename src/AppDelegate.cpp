@@ -81,6 +81,10 @@ void AppDelegate::whenDiscovered(std::function<void()> discovered) {
   discovered_ = std::move(discovered);
 }
 
+void AppDelegate::whenAdaptersChange(std::function<void(const AdapterEvent&)> followed) {
+  followed_ = std::move(followed);
+}
+
 void AppDelegate::setUpAuthorizationView() {
   platform_.authorization.setRight("system.privilege.admin");
   platform_.authorization.updateStatus();
@@ -143,41 +147,53 @@ void AppDelegate::onMain(std::function<void(AppDelegate&)> work) {
 void AppDelegate::corvane2Appeared(const Notification& notification) {
   const auto adapter = device_->getDevice(notification.object);
   if (!adapter) return;
-  arrived(makeEntry(platform_, adapter, iconOfNotification(notification.name)));
+  arrived(notification, makeEntry(platform_, adapter, iconOfNotification(notification.name)));
 }
 
 void AppDelegate::corvane2Appeared_10GE(const Notification& notification) {
   const auto adapter = device_10GE_->getDevice(notification.object);
   if (!adapter) return;
-  arrived(makeEntry(platform_, adapter, iconOfNotification(notification.name)));
+  arrived(notification, makeEntry(platform_, adapter, iconOfNotification(notification.name)));
 }
 
-void AppDelegate::arrived(std::optional<DeviceListEntry> entry) {
+void AppDelegate::arrived(const Notification& notification, std::optional<DeviceListEntry> entry) {
   if (!entry) return;
   state_.CorvaneList.add(*entry);
-  onMain([entry = std::move(*entry)](AppDelegate& self) { self.showArrival(entry); });
+  onMain([event = AdapterEvent{notification, std::move(*entry)}](AppDelegate& self) {
+    self.showArrival(event);
+  });
 }
 
 void AppDelegate::corvane2Disappeared(const Notification& notification) {
-  state_.CorvaneList.removeWWN(notification.object);
-  onMain([](AppDelegate& self) { self.showDeparture(); });
+  departed(notification, state_.CorvaneList.removeWWN(notification.object));
 }
 
 void AppDelegate::corvane2Disappeared_10GE(const Notification& notification) {
-  state_.CorvaneList.removePcidebug(notification.object);
-  onMain([](AppDelegate& self) { self.showDeparture(); });
+  departed(notification, state_.CorvaneList.removePcidebug(notification.object));
 }
 
-void AppDelegate::showArrival(const DeviceListEntry& entry) {
-  reloadDeviceTable();
-  makeCurrent(entry);
-  if (entry.family() == AdapterFamily::FibreChannel) fillDevicePage();
-  showFirstRow();
+void AppDelegate::departed(const Notification& notification, std::vector<DeviceListEntry> entries) {
+  std::vector<AdapterEvent> events;
+  for (auto& entry : entries) events.push_back({notification, std::move(entry)});
+  onMain([events = std::move(events)](AppDelegate& self) { self.showDeparture(events); });
 }
 
-void AppDelegate::showDeparture() {
+void AppDelegate::showArrival(const AdapterEvent& event) {
   reloadDeviceTable();
-  showFirstRow();
+  makeCurrent(event.entry);
+  if (event.entry.family() == AdapterFamily::FibreChannel) fillDevicePage();
+  showFirstRowSoon();
+  tell(event);
+}
+
+void AppDelegate::showDeparture(const std::vector<AdapterEvent>& events) {
+  reloadDeviceTable();
+  showFirstRowSoon();
+  for (const auto& event : events) tell(event);
+}
+
+void AppDelegate::tell(const AdapterEvent& event) const {
+  if (followed_) followed_(event);
 }
 
 void AppDelegate::reloadDeviceTable() {
@@ -185,7 +201,15 @@ void AppDelegate::reloadDeviceTable() {
   numberOfRowsInTableView();
 }
 
+// Reading a page takes time, so of several changes at once only the last one reads it.
+void AppDelegate::showFirstRowSoon() {
+  state_.intSelectRow = 0;
+  if (std::exchange(firstRowAwaited_, true)) return;
+  onMain([](AppDelegate& self) { self.showFirstRow(); });
+}
+
 void AppDelegate::showFirstRow() {
+  firstRowAwaited_ = false;
   state_.intSelectRow = 0;
   const auto entry = state_.CorvaneList.entry(0);
   if (!entry) return showNoAdapter();

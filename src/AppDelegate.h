@@ -34,6 +34,12 @@ struct DeviceTableCell {
   bool operator==(const DeviceTableCell&) const = default;
 };
 
+/// An adapter that came or went, as the notification told it and as the list shows or showed it.
+struct AdapterEvent {
+  Notification notification;
+  DeviceListEntry entry;
+};
+
 /// The tags of the three buttons that choose a page.
 enum class PageButtonTag : int64_t { Port1 = 0, Port2 = 1, Device = 2 };
 
@@ -64,6 +70,7 @@ class AppDelegate {
   // The controllers of the pages, the sheets and the longer pieces of work.
 
   FibreChannelPages& fibreChannelPages() { return fibreChannelPages_; }
+  TenGigabitPages& tenGigabitPages() { return tenGigabitPages_; }
   SFPController& sfpController() { return sfpController_; }
   MatrixController& matrixController() { return matrixController_; }
   FCQDepthViewController& queueDepthController() { return queueDepthController_; }
@@ -80,6 +87,10 @@ class AppDelegate {
   /// `discovered` is called on the main queue once both monitors have started or failed to, after
   /// the adapters that were attached by then have been listed. Set it before the launch.
   void whenDiscovered(std::function<void()> discovered);
+
+  /// `followed` is called on the main queue for each adapter that comes or goes, after the list has
+  /// changed. Set it before the launch.
+  void whenAdaptersChange(std::function<void(const AdapterEvent&)> followed);
 
   // The monitors' notifications, on the posting thread. The list changes at once; everything else
   // follows on the main queue.
@@ -130,10 +141,13 @@ class AppDelegate {
   void startMonitors();
   void onMain(std::function<void(AppDelegate&)> work);
 
-  void arrived(std::optional<DeviceListEntry> entry);
-  void showArrival(const DeviceListEntry& entry);
-  void showDeparture();
+  void arrived(const Notification& notification, std::optional<DeviceListEntry> entry);
+  void departed(const Notification& notification, std::vector<DeviceListEntry> entries);
+  void showArrival(const AdapterEvent& event);
+  void showDeparture(const std::vector<AdapterEvent>& events);
+  void tell(const AdapterEvent& event) const;
   void reloadDeviceTable();
+  void showFirstRowSoon();
   void showFirstRow();
   void makeCurrent(const DeviceListEntry& entry);
   void showSelection(const DeviceListEntry& entry);
@@ -169,7 +183,9 @@ class AppDelegate {
 
   std::vector<std::unique_ptr<Observation>> observations_;
   std::function<void()> discovered_;
+  std::function<void(const AdapterEvent&)> followed_;
   int monitorsStarting_ = 2;
+  bool firstRowAwaited_ = false;
   std::shared_ptr<AppDelegate*>
       self_;  ///< what waits on the main queue reaches the controller by it
 };

@@ -1,6 +1,7 @@
 #include "DeviceList.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "DeviceMonitorCORVANE2_10GE/Corvane2Device_10GE.h"
@@ -42,17 +43,24 @@ void DeviceList::sort() {
   sortByLabel(entries_);
 }
 
-void DeviceList::removeWWN(const std::string& wwn) {
+template <typename Condition>
+std::vector<DeviceListEntry> DeviceList::removeDeparted(Condition condition) {
   std::lock_guard guard(mutex_);
-  std::erase_if(entries_,
-                [&wwn](const auto& entry) { return hasNodeName(entry, wwn) && !isPresent(entry); });
+  const auto kept = std::stable_partition(
+      entries_.begin(), entries_.end(),
+      [&condition](const auto& entry) { return isPresent(entry) || !condition(entry); });
+  std::vector<DeviceListEntry> removed(std::make_move_iterator(kept),
+                                       std::make_move_iterator(entries_.end()));
+  entries_.erase(kept, entries_.end());
+  return removed;
 }
 
-void DeviceList::removePcidebug(const std::string& pcidebug) {
-  std::lock_guard guard(mutex_);
-  std::erase_if(entries_, [&pcidebug](const auto& entry) {
-    return entry.pcidebug == pcidebug && !isPresent(entry);
-  });
+std::vector<DeviceListEntry> DeviceList::removeWWN(const std::string& wwn) {
+  return removeDeparted([&wwn](const auto& entry) { return hasNodeName(entry, wwn); });
+}
+
+std::vector<DeviceListEntry> DeviceList::removePcidebug(const std::string& pcidebug) {
+  return removeDeparted([&pcidebug](const auto& entry) { return entry.pcidebug == pcidebug; });
 }
 
 size_t DeviceList::count() const {

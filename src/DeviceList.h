@@ -47,9 +47,9 @@ class DeviceList {
   /// Sorts the list anew.
   void sort();
 
-  /// Remove every entry with that "WWN" or that "pcidebug" whose adapter has gone.
-  void removeWWN(const std::string& wwn);
-  void removePcidebug(const std::string& pcidebug);
+  /// Remove every entry with that "WWN" or that "pcidebug" whose adapter has gone, and return them.
+  std::vector<DeviceListEntry> removeWWN(const std::string& wwn);
+  std::vector<DeviceListEntry> removePcidebug(const std::string& pcidebug);
 
   size_t count() const;
   std::vector<DeviceListEntry> entries() const;
@@ -58,6 +58,9 @@ class DeviceList {
   std::optional<DeviceListEntry> entry(int64_t row) const;
 
  private:
+  template <typename Condition>
+  std::vector<DeviceListEntry> removeDeparted(Condition condition);
+
   mutable std::mutex mutex_;  ///< guards entries_
   std::vector<DeviceListEntry> entries_;
 };

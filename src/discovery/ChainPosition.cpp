@@ -1,5 +1,7 @@
 #include "discovery/ChainPosition.h"
 
+#include <algorithm>
+
 #include "discovery/RegistryWalk.h"
 
 namespace corvane {
@@ -14,12 +16,14 @@ bool contains(const std::string& text, const char* part) {
   return text.find(part) != std::string::npos;
 }
 
-// One character of the name decides, so the letters end with the nine one-digit numbers.
+// Only the ports with one-digit numbers from 1 on have letters.
 std::optional<std::string> portLetter(const std::string& name) {
-  if (name.size() <= downstreamNumberOffset) return std::nullopt;
-  const char number = name[downstreamNumberOffset];
-  if (number < '1' || number > '9') return std::nullopt;
-  return std::string(1, static_cast<char>('A' + (number - '1')));
+  const std::string number = name.substr(std::min(name.size(), downstreamNumberOffset));
+  const auto isDigit = [&number](size_t at) {
+    return at < number.size() && number[at] >= '0' && number[at] <= '9';
+  };
+  if (!isDigit(0) || number[0] == '0' || isDigit(1)) return std::nullopt;
+  return std::string(1, static_cast<char>('A' + (number[0] - '1')));
 }
 
 }  // namespace

@@ -39,9 +39,11 @@ class FakeScriptRunner : public ScriptRunner {
  public:
   ScriptResult result{true, ""};
   std::vector<std::string> scripts;
+  std::function<void()> onRun;  ///< called while a script runs, when set
 
   ScriptResult run(const std::string& script) override {
     scripts.push_back(script);
+    if (onRun) onRun();
     return result;
   }
 };

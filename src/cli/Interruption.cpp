@@ -1,0 +1,63 @@
+#include "cli/Interruption.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <system_error>
+#include <utility>
+
+namespace corvane {
+
+namespace {
+
+constexpr char signalArrived = 1;
+constexpr char noLongerWanted = 0;
+
+// All that a signal's handler may touch is the writing end of a pipe.
+std::array<int, 2> signalPipe{-1, -1};
+std::array<struct sigaction, 2> formerActions;
+constexpr std::array<int, 2> signals{SIGINT, SIGTERM};
+
+void send(char message) {
+  const int savedError = errno;
+  while (write(signalPipe[1], &message, 1) < 0 && errno == EINTR) {
+  }
+  errno = savedError;
+}
+
+extern "C" void corvaneSignalArrived(int) {
+  send(signalArrived);
+}
+
+char receive() {
+  char message = noLongerWanted;
+  while (read(signalPipe[0], &message, 1) < 0 && errno == EINTR) {
+  }
+  return message;
+}
+
+}  // namespace
+
+Interruption::Interruption(std::function<void()> interrupted) {
+  if (pipe(signalPipe.data()) != 0) throw std::system_error(errno, std::generic_category(), "pipe");
+  struct sigaction action {};
+  action.sa_handler = corvaneSignalArrived;
+  sigemptyset(&action.sa_mask);
+  for (size_t each = 0; each < signals.size(); ++each)
+    sigaction(signals[each], &action, &formerActions[each]);
+  waiter_ = std::thread([interrupted = std::move(interrupted)] {
+    if (receive() == signalArrived) interrupted();
+  });
+}
+
+Interruption::~Interruption() {
+  for (size_t each = 0; each < signals.size(); ++each)
+    sigaction(signals[each], &formerActions[each], nullptr);
+  send(noLongerWanted);
+  waiter_.join();
+  for (int& end : signalPipe) close(std::exchange(end, -1));
+}
+
+}  // namespace corvane

@@ -1,0 +1,30 @@
+#include "cli/ListCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include "cli/AdapterReport.h"
+#include "cli/Session.h"
+
+namespace corvane {
+
+namespace {
+
+void listAdapters(CommandContext& context, const LaunchOptions& options) {
+  Session session(context, options);
+  session.discover();
+  auto entries = nlohmann::ordered_json::array();
+  for (const auto& entry : session.app().state().CorvaneList.entries())
+    entries.push_back(entryFields(entry));
+  printAnswer(context, entries);
+}
+
+}  // namespace
+
+void addListCommand(CLI::App& app, CommandContext& context, const LaunchOptions& options) {
+  auto* command = app.add_subcommand("list", "List the adapters in display order");
+  addJsonFlag(*command, context);
+  command->callback([&context, &options] { listAdapters(context, options); });
+}
+
+}  // namespace corvane

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "AppDelegate.h"
+#include "cli/CommandOutput.h"
+#include "cli/CommandPrompts.h"
+#include "launch/Launch.h"
+#include "platform/posix/PlainMainQueue.h"
+
+namespace corvane {
+
+/// The utility without a window, for one command: the platform that the options choose and the
+/// application's controller on it. Made by the command once it runs. Main thread only.
+class Session {
+ public:
+  /// Throws CommandFailure when there is nothing to run on. Both outlive the session.
+  Session(CommandContext& context, const LaunchOptions& options);
+
+  /// Stops the monitors and waits until nothing goes on in the background.
+  ~Session();
+
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  AppDelegate& app() { return *app_; }
+  CommandPrompts& prompts() { return prompts_; }
+  const Platform& platform() const { return launch_->platform(); }
+
+  /// Launches the application and returns once the adapters attached are listed. A port that keeps
+  /// the monitors waiting is waited for discoveryLimit; a note then tells that the list may not be
+  /// whole.
+  void discover();
+
+  /// The row of the adapter that LABEL names, whose pages are then on show. Throws CommandFailure
+  /// when it fits none or several.
+  int64_t select(const std::string& label);
+
+  /// Throws CommandFailure when what the session runs on cannot be changed, as a dump cannot.
+  void requireChangeable(const std::string& label) const;
+
+  /// Serves the main queue until `done` holds, stop() is called or `limit` has passed. Returns
+  /// whether `done` holds.
+  bool runUntil(const std::function<bool()>& done,
+                std::optional<std::chrono::milliseconds> limit = std::nullopt);
+
+  /// Ends runUntil(). Any thread may call.
+  void stop() { mainQueue_.stop(); }
+
+  static constexpr std::chrono::seconds discoveryLimit{60};
+
+ private:
+  CommandContext& context_;
+  PlainMainQueue mainQueue_;
+  CommandPrompts prompts_;
+  std::unique_ptr<Launch> launch_;
+  std::unique_ptr<AppDelegate> app_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,35 @@
+#include "cli/ShowCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "cli/AdapterReport.h"
+#include "cli/Session.h"
+
+namespace corvane {
+
+namespace {
+
+void showAdapter(CommandContext& context, const LaunchOptions& options, const std::string& label) {
+  Session session(context, options);
+  session.discover();
+  session.select(label);
+  printAnswer(context, adapterFields(session.app()));
+}
+
+}  // namespace
+
+void addShowCommand(CLI::App& app, CommandContext& context, const LaunchOptions& options) {
+  const auto label = std::make_shared<std::string>();
+  auto* command = app.add_subcommand("show", "Show an adapter and its two ports");
+  addJsonFlag(*command, context);
+  command
+      ->add_option("LABEL", *label,
+                   "The adapter: its label, such as \"B - 2\" or B2, or a WWN or MAC address")
+      ->required();
+  command->callback([&context, &options, label] { showAdapter(context, options, *label); });
+}
+
+}  // namespace corvane

@@ -1,0 +1,55 @@
+#include "cli/WatchCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <chrono>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "cli/Interruption.h"
+#include "cli/Session.h"
+
+namespace corvane {
+
+namespace {
+
+nlohmann::ordered_json eventFields(const AdapterEvent& event) {
+  return {{"event", event.notification.name},
+          {"object", event.notification.object},
+          {"Sequence", event.entry.Sequence},
+          {"ProductType", event.entry.ProductType}};
+}
+
+std::string eventLine(CommandContext& context, const AdapterEvent& event) {
+  if (context.json)
+    return eventFields(event).dump(-1, ' ', false,
+                                   nlohmann::ordered_json::error_handler_t::replace);
+  return event.notification.name + "  " + event.notification.object + "  " + event.entry.Sequence +
+         "  " + event.entry.ProductType;
+}
+
+void watchAdapters(CommandContext& context, const LaunchOptions& options, double seconds) {
+  Session session(context, options);
+  const Interruption interruption([&session] { session.stop(); });
+  session.app().whenAdaptersChange([&context](const AdapterEvent& event) {
+    context.out << eventLine(context, event) << '\n' << std::flush;
+  });
+  session.app().applicationDidFinishLaunching();
+  std::optional<std::chrono::milliseconds> limit;
+  if (seconds > 0) limit = std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000));
+  session.runUntil([] { return false; }, limit);
+}
+
+}  // namespace
+
+void addWatchCommand(CLI::App& app, CommandContext& context, const LaunchOptions& options) {
+  const auto seconds = std::make_shared<double>(0);
+  auto* command =
+      app.add_subcommand("watch", "Tell of each adapter that appears or goes, until interrupted");
+  addJsonFlag(*command, context);
+  command->add_option("--seconds", *seconds, "End after so many seconds")
+      ->check(CLI::Range(0.001, 1e9));
+  command->callback([&context, &options, seconds] { watchAdapters(context, options, *seconds); });
+}
+
+}  // namespace corvane

@@ -1,0 +1,131 @@
+// The monitors on real threads: what the thread sanitizer looks at.
+
+#include <atomic>
+#include <thread>
+
+#include "DeviceMonitorCORVANE2_10GE/DeviceMonitorCORVANE2_10GE.h"
+#include "DeviceMonitorCORVANE2_8FC/DeviceMonitorCORVANE2.h"
+#include "fakes/FakeAdapters.h"
+#include "fakes/FakePlatform.h"
+#include "platform/posix/PlainMainQueue.h"
+#include "platform/posix/ThreadDispatch.h"
+
+using namespace corvane;
+
+namespace {
+
+constexpr double veryFast = 1e6;
+
+class MonitorThreadsTest : public ::testing::Test {
+ protected:
+  MonitorThreadsTest() {
+    fake.bundles.install("/Library/Extensions/Corvane2-FC.kext", "2.0.8");
+    fake.runLoops.loop->blocking = true;
+  }
+
+  /// Starts the monitor and waits until it has registered.
+  template <typename Monitor>
+  void start(Monitor& monitor) {
+    std::atomic<bool> started{false};
+    monitor.whenStarted([&started](int32_t) { started = true; });
+    monitor.start();
+    while (!started) std::this_thread::yield();
+  }
+
+  void waitForPosts(size_t count) const {
+    while (fake.notifications.posts().size() < count) std::this_thread::yield();
+  }
+
+  PlainMainQueue mainQueue;
+  ThreadDispatch dispatch{mainQueue, veryFast};
+  FakePlatform fake{dispatch};
+};
+
+}  // namespace
+
+TEST_F(MonitorThreadsTest, FibreChannelAdaptersComeAndGoWhileOthersLook) {
+  const auto ports = addFibreChannelAdapter(fake.registry, {});
+  {
+    DeviceMonitorCORVANE2 monitor(fake.platform());
+    start(monitor);
+    std::atomic<bool> done{false};
+    std::thread reader([&] {
+      while (!done) {
+        if (const auto device = monitor.getDevice("20:00:00:10:9B:12:34:56")) {
+          const auto port = device->port1();
+          if (port) {
+            EXPECT_LE(port->retainedService().get(), ports[1]);
+          }
+          device->isEmpty();
+        }
+        monitor.getBSDVolumeList();
+      }
+    });
+    for (size_t cycle = 0; cycle < 200; ++cycle) {
+      fake.registry.publish(ports);
+      waitForPosts(2 * cycle + 1);
+      fake.registry.terminate(ports);
+      waitForPosts(2 * cycle + 2);
+    }
+    done = true;
+    reader.join();
+  }
+  EXPECT_EQ(fake.registry.references(), 0);
+  EXPECT_EQ(fake.registry.overReleases, 0);
+}
+
+TEST_F(MonitorThreadsTest, TenGigabitAdaptersComeAndGoWhileOthersLook) {
+  const auto ports = addTenGigabitAdapter(fake.registry, {});
+  {
+    DeviceMonitorCORVANE2_10GE monitor(fake.platform());
+    start(monitor);
+    std::atomic<bool> done{false};
+    std::thread reader([&] {
+      while (!done) {
+        if (const auto device = monitor.getDevice("12")) {
+          const auto port = device->port2();
+          if (port && port->macAddr()) {
+            EXPECT_EQ(port->macAddr()->size(), 17U);
+          }
+          device->sortDeviceSequence(fake.registry, ports[0]);
+        }
+      }
+    });
+    for (size_t cycle = 0; cycle < 50; ++cycle) {
+      fake.registry.publish(ports);
+      waitForPosts(2 * cycle + 1);
+      fake.registry.terminate(ports);
+      waitForPosts(2 * cycle + 2);
+    }
+    done = true;
+    reader.join();
+  }
+  EXPECT_EQ(fake.registry.references(), 0);
+}
+
+TEST_F(MonitorThreadsTest, AMonitorCanBeStoppedAtAnyMoment) {
+  const auto ports = addFibreChannelAdapter(fake.registry, {});
+  fake.registry.publish(ports);
+  for (int round = 0; round < 200; ++round) {
+    fake.runLoops.loop = std::make_shared<FakeRunLoop>();
+    fake.runLoops.loop->blocking = true;
+    DeviceMonitorCORVANE2 monitor(fake.platform());
+    monitor.start();
+    if (round % 2 == 0) std::this_thread::yield();
+    monitor.stop();
+    ASSERT_EQ(fake.registry.references(), 0) << round;
+  }
+}
+
+TEST_F(MonitorThreadsTest, StopEndsTheWaitingForAName) {
+  const auto service =
+      fake.registry.add(fake.registry.root, "port",
+                        {{"CFBundleIdentifier", PropertyValue("com.velmar.driver.Corvane2-10GE")}});
+  fake.registry.add(service, "IOEthernetInterface");
+  fake.registry.publish({service});
+  DeviceMonitorCORVANE2_10GE monitor(fake.platform());
+  monitor.start();
+  while (fake.registry.references() < 3) std::this_thread::yield();
+  monitor.stop();
+  EXPECT_EQ(fake.registry.references(), 0);
+}
