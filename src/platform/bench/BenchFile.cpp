@@ -152,6 +152,15 @@ BenchDocument parsedJson(std::string_view text, const std::string& path) {
   }
 }
 
+/// Checks a text before it is written. Its lines are not those of the file, so none is named.
+void refuseMisfit(const std::string& text, const std::string& path) {
+  try {
+    parseBench(text, path);
+  } catch (const BenchFileError& error) {
+    throw BenchFileError(error.kind(), path, 0, error.field(), error.reason());
+  }
+}
+
 std::string absolutePath(const std::string& path) {
   std::error_code error;
   const auto canonical = std::filesystem::weakly_canonical(std::filesystem::absolute(path), error);
@@ -185,7 +194,7 @@ void BenchFile::update(const std::function<void(BenchState&)>& change) const {
   change(after);
   if (after == before) return;
   const std::string written = benchText(after);
-  parseBench(written, path_);
+  refuseMisfit(written, path_);
   replaceFile(path_, written);
 }
 
@@ -194,15 +203,17 @@ void BenchFile::set(const std::string& pointer, const std::string& value) const 
   BenchDocument document = parseBenchDocument(readFile(path_), path_);
   assign(document, pointer, valueOf(value), path_);
   const std::string written = benchDocumentText(document);
-  parseBench(written, path_);
+  refuseMisfit(written, path_);
   replaceFile(path_, written);
 }
 
 void BenchFile::create(const BenchState& state) const {
   const FileLock lock(path_);
   const std::string written = benchText(state);
-  parseBench(written, path_);
-  if (std::filesystem::exists(std::filesystem::symlink_status(path_))) load();
+  refuseMisfit(written, path_);
+  if (std::filesystem::exists(std::filesystem::symlink_status(path_))) {
+    throw BenchFileError(Kind::Unreadable, path_, 0, "", "is there already");
+  }
   replaceFile(path_, written);
 }
 

@@ -67,8 +67,7 @@ class BenchFile {
   /// itself when it is not JSON. Throws BenchFileError.
   void set(const std::string& pointer, const std::string& value) const;
 
-  /// Writes a new file. An existing one is replaced only when it is a bench that fits. Throws
-  /// BenchFileError.
+  /// Writes a new file. Refuses when there is one already. Throws BenchFileError.
   void create(const BenchState& state) const;
 
   /// The file's text as it stands. Throws BenchFileError.

@@ -1,0 +1,96 @@
+#include "cli/BenchServer.h"
+
+#include <fmt/format.h>
+#include <httplib.h>
+
+#include <atomic>
+#include <csignal>
+#include <nlohmann/json.hpp>
+#include <thread>
+
+#include "cli/CommandOutput.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr const char* loopback = "127.0.0.1";
+
+/// Waits for an interrupt on a thread of its own and then stops the server.
+class InterruptWait {
+ public:
+  explicit InterruptWait(FolderServer& server) {
+    sigemptyset(&signals_);
+    sigaddset(&signals_, SIGINT);
+    sigaddset(&signals_, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &signals_, &before_);
+    thread_ = std::thread([this, &server] {
+      int signal = 0;
+      sigwait(&signals_, &signal);
+      server.stop();
+    });
+  }
+
+  ~InterruptWait() {
+    pthread_kill(thread_.native_handle(), SIGTERM);
+    thread_.join();
+    pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+  }
+
+ private:
+  sigset_t signals_{};
+  sigset_t before_{};
+  std::thread thread_;
+};
+
+}  // namespace
+
+struct FolderServer::State {
+  httplib::Server server;
+  int port = 0;
+  std::atomic<bool> isStopped{false};
+  std::atomic<bool> hasRun{false};
+};
+
+FolderServer::FolderServer(const std::string& folder, int port)
+    : state_(std::make_unique<State>()) {
+  if (!state_->server.set_mount_point("/", folder)) {
+    throw CommandFailure(ExitStatus::NotFound, folder, "there is no such folder",
+                         "Name the folder that holds the catalogue's folders.");
+  }
+  const bool isBound = port == 0 ? (state_->port = state_->server.bind_to_any_port(loopback)) > 0
+                                 : state_->server.bind_to_port(loopback, port);
+  if (port != 0) state_->port = port;
+  if (!isBound) {
+    throw CommandFailure(ExitStatus::Failed, fmt::format("port {}", port), "it cannot be bound",
+                         "Another program may use it; leave --port away to take a free one.");
+  }
+}
+
+FolderServer::~FolderServer() = default;
+
+std::string FolderServer::url() const {
+  return fmt::format("http://{}:{}/", loopback, state_->port);
+}
+
+void FolderServer::run() {
+  if (!state_->isStopped) state_->server.listen_after_bind();
+  state_->hasRun = true;
+}
+
+void FolderServer::stop() {
+  state_->isStopped = true;
+  // A server that is about to listen does not hear it yet.
+  while (!state_->server.is_running() && !state_->hasRun) std::this_thread::yield();
+  if (!state_->hasRun) state_->server.stop();
+}
+
+void serveFolder(CommandContext& context, const std::string& folder, int port) {
+  FolderServer server(folder, port);
+  InterruptWait interrupt(server);
+  printAnswer(context, {{"url", server.url()}});
+  context.out.flush();
+  server.run();
+}
+
+}  // namespace corvane

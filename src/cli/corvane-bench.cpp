@@ -1,0 +1,15 @@
+// The command line that makes and changes benches: simulated computers with adapters attached.
+
+#include <CLI/CLI.hpp>
+
+#include "cli/BenchCommands.h"
+#include "cli/CommandOutput.h"
+
+int main(int argc, char** argv) {
+  CLI::App app("Makes and changes benches, simulated computers with Velmar adapters attached.",
+               "corvane-bench");
+  app.set_version_flag("--version", "corvane-bench " CORVANE_VERSION);
+  corvane::CommandContext context = corvane::standardContext("corvane-bench");
+  corvane::addBenchCommands(app, context);
+  return corvane::runCommandLine(app, context, {argv + 1, argv + argc});
+}
