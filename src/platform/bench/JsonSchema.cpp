@@ -16,7 +16,10 @@ using Breach = std::optional<SchemaBreach>;
 
 constexpr size_t shownCharacters = 60;
 
+/// A collection is named rather than printed: printing follows its nesting, which nothing bounds.
 std::string shown(const Json& value) {
+  if (value.is_array()) return "a list";
+  if (value.is_object()) return "an object";
   std::string text = value.dump(-1, ' ', true, Json::error_handler_t::replace);
   if (text.size() > shownCharacters) text = text.substr(0, shownCharacters) + "...";
   return text;
