@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -50,6 +52,18 @@ ImageExtraction extractInto(const std::string& packagePath, const std::string& f
   return extraction;
 }
 
+bool is7Bit(const std::string& path) {
+  return std::all_of(path.begin(), path.end(),
+                     [](char character) { return static_cast<unsigned char>(character) < 0x80; });
+}
+
+// A file that is not there counts as empty; opening it then fails.
+uintmax_t fileSize(const std::string& path) {
+  std::error_code error;
+  const uintmax_t size = std::filesystem::file_size(path, error);
+  return error ? 0 : size;
+}
+
 }  // namespace
 
 OpenFile openFirmwareImage(const std::string& path) {
@@ -59,6 +73,19 @@ OpenFile openFirmwareImage(const std::string& path) {
   std::FILE* file = isOwnPlainFile(descriptor) ? fdopen(descriptor, "rb") : nullptr;
   if (!file) close(descriptor);
   return OpenFile(file);
+}
+
+PackageVerification verifyFirmwarePackage(const std::string& packagePath) {
+  using Result = PackageVerification::Result;
+  if (!is7Bit(packagePath)) return {Result::PathNot7Bit, ArchiveSuccess, ""};
+  if (fileSize(packagePath) >= firmwarePackageSizeLimit) {
+    return {Result::TooLarge, ArchiveSuccess, ""};
+  }
+  std::array<char, ArchiveVersionCapacity> version{};
+  const ArchiveStatus status =
+      CORVANE2Archive_Get_File_Version(packagePath.c_str(), firmwareImageMember, version);
+  if (status != ArchiveSuccess) return {Result::Refused, status, ""};
+  return {Result::Verified, ArchiveSuccess, version.data()};
 }
 
 ImageExtraction extractFirmwareImage(const std::string& packagePath, const std::string& imagePath,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -21,6 +22,24 @@ OpenFile openFirmwareImage(const std::string& path);
 
 /// The member of an update package that holds the controller's image.
 inline constexpr const char* firmwareImageMember = "emulex.grp";
+
+/// A package of this many bytes or more is not even opened.
+inline constexpr uint64_t firmwarePackageSizeLimit = 100'000'000;
+
+/// What the verification of a package came to.
+struct PackageVerification {
+  enum class Result { Verified, TooLarge, PathNot7Bit, Refused };
+
+  Result result = Result::Refused;
+  ArchiveStatus status = ArchiveSuccess;  ///< why it was refused
+  std::string version;                    ///< of the image; empty unless verified
+
+  bool succeeded() const { return result == Result::Verified; }
+};
+
+/// Whether the package is a valid one and holds an image. Its path is passed on as 7-bit text, so
+/// any other path cannot be verified.
+PackageVerification verifyFirmwarePackage(const std::string& packagePath);
 
 /// What the extraction of an image came to.
 struct ImageExtraction {

@@ -3,9 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
-#include <filesystem>
-#include <system_error>
 
 #include "Corvane2Info.h"
 #include "CorvaneAPI.h"
@@ -17,9 +14,6 @@ namespace corvane {
 
 namespace {
 
-// A package of this many bytes or more is not even opened.
-constexpr uintmax_t packageSizeLimit = 100'000'000;
-
 constexpr size_t confirmingButton = 0;
 constexpr size_t cancellingButton = 1;
 
@@ -28,19 +22,6 @@ constexpr double extractedFraction = 0.2;
 constexpr double unmountedFraction = 0.25;
 constexpr double transferredFraction = 0.95;
 constexpr double mountedFraction = 1.0;
-
-// Package paths are passed on as 7-bit text.
-bool is7Bit(const std::string& path) {
-  return std::all_of(path.begin(), path.end(),
-                     [](char character) { return static_cast<unsigned char>(character) < 0x80; });
-}
-
-// A file that is not there counts as empty; opening it then fails.
-uintmax_t fileSize(const std::string& path) {
-  std::error_code error;
-  const uintmax_t size = std::filesystem::file_size(path, error);
-  return error ? 0 : size;
-}
 
 AlertContent warning(const std::string& informativeText) {
   return {"Warning", informativeText, {{"Ok", true, false}}, "corvane_warning.icns"};
@@ -99,7 +80,7 @@ void FirmwareUpdate::chosen(const std::vector<std::string>& paths) {
   if (paths.empty()) return;
   firmwarePath_ = paths.front();
   if (firmwarePath_.size() <= 1) return;
-  const bool verified = imageVersion().has_value();
+  const bool verified = verifyFirmwarePackage(firmwarePath_).succeeded();
   if (verified) stage_ = Stage::Verified;
   platform_.dispatch.asyncMain([self = std::weak_ptr(self_), verified] {
     const auto update = self.lock();
@@ -112,16 +93,6 @@ void FirmwareUpdate::chosen(const std::vector<std::string>& paths) {
   });
 }
 
-// Nothing when the package cannot be verified.
-std::optional<std::string> FirmwareUpdate::imageVersion() const {
-  if (!is7Bit(firmwarePath_) || fileSize(firmwarePath_) >= packageSizeLimit) return std::nullopt;
-  std::array<char, ArchiveVersionCapacity> version{};
-  const ArchiveStatus status =
-      CORVANE2Archive_Get_File_Version(firmwarePath_.c_str(), firmwareImageMember, version);
-  if (status != ArchiveSuccess) return std::nullopt;
-  return version.data();
-}
-
 void FirmwareUpdate::tellUnverified() {
   platform_.prompts.showModalAlert(warning("Your file can not be verified, please try again."));
 }
@@ -132,7 +103,7 @@ void FirmwareUpdate::confirm() {
   updateAlert_.informativeText = fmt::format(
       "The new FW version: {} \n\nUpdate FW will terminat all I/O access, if you want continue "
       "please click\"Ok\" or click\"Cancel\" exit",
-      imageVersion().value_or(""));
+      verifyFirmwarePackage(firmwarePath_).version);
   updateAlert_.icon.clear();
   for (const size_t button : {confirmingButton, cancellingButton}) {
     updateAlert_.buttons.at(button).enabled = true;

@@ -65,7 +65,6 @@ class FirmwareUpdate {
   struct Job;
 
   void chosen(const std::vector<std::string>& paths);
-  std::optional<std::string> imageVersion() const;
   void tellUnverified();
   void confirm();
   void showAlert(std::function<void(int)> ended);

@@ -181,6 +181,21 @@ TEST_F(JournalPlatformTest, AlertsAreWrittenWhenShownAndWhenChangedWithTheButton
   EXPECT_EQ(fake_.prompts.endedSheets, 1);
 }
 
+TEST_F(JournalPlatformTest, LinesToTheSystemLogAreWrittenAndPrintedOnesAreNot) {
+  platform_->log.system("Monitor stopped");
+  platform_->log.standardOutput("printed\n");
+  platform_->log.standardError("told\n");
+  EXPECT_EQ(onlyLine(), R"({"thread":"main","call":"log","line":"Monitor stopped"})");
+  EXPECT_THAT(fake_.log.lines(), testing::ElementsAre("Monitor stopped"));
+  EXPECT_EQ(fake_.log.outputText(), "printed\n");
+  EXPECT_EQ(fake_.log.errorText(), "told\n");
+}
+
+TEST_F(JournalPlatformTest, AFailedAssertionStillStopsTheProgram) {
+  EXPECT_THROW(platform_->log.assertionFailed("condition", "method", "file", 1),
+               FakeAssertionFailure);
+}
+
 TEST_F(JournalPlatformTest, EverythingElseOfThePromptsPassesThrough) {
   platform_->prompts.beep();
   platform_->prompts.terminate();

@@ -1,6 +1,7 @@
 #include "platform/journal/JournalParts.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -205,6 +206,25 @@ void JournalRunLoops::run() {
   threadIsMonitor = true;
   wrapped_.run();
   threadIsMonitor = false;
+}
+
+void JournalLog::system(std::string_view line) {
+  journal_.write({{"call", "log"}, {"line", line}});
+  wrapped_.system(line);
+}
+
+void JournalLog::standardOutput(std::string_view text) {
+  wrapped_.standardOutput(text);
+}
+
+void JournalLog::standardError(std::string_view text) {
+  wrapped_.standardError(text);
+}
+
+void JournalLog::assertionFailed(std::string_view condition, std::string_view method,
+                                 std::string_view file, int line) {
+  wrapped_.assertionFailed(condition, method, file, line);
+  std::abort();  // never reached, but the compiler does not take a virtual call's word for it
 }
 
 int JournalPrompts::showModalAlert(const AlertContent& content) {

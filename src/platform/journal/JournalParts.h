@@ -120,6 +120,22 @@ class JournalRunLoops final : public RunLoops {
   RunLoops& wrapped_;
 };
 
+/// Writes the lines to the system log; what is printed is for the user alone.
+class JournalLog final : public Log {
+ public:
+  JournalLog(Journal& journal, Log& wrapped) : journal_(journal), wrapped_(wrapped) {}
+
+  void system(std::string_view line) override;
+  void standardOutput(std::string_view text) override;
+  void standardError(std::string_view text) override;
+  [[noreturn]] void assertionFailed(std::string_view condition, std::string_view method,
+                                    std::string_view file, int line) override;
+
+ private:
+  Journal& journal_;
+  Log& wrapped_;
+};
+
 class JournalPrompts final : public UserPrompts {
  public:
   JournalPrompts(Journal& journal, UserPrompts& wrapped) : journal_(journal), wrapped_(wrapped) {}

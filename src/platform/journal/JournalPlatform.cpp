@@ -15,6 +15,7 @@ struct JournalPlatform::Parts {
         shell(journal, platform.shell),
         scripts(journal, platform.scripts),
         transfer(journal, platform.transfer),
+        log(journal, platform.log),
         prompts(journal, platform.prompts) {}
 
   const Platform wrapped;
@@ -26,6 +27,7 @@ struct JournalPlatform::Parts {
   JournalShell shell;
   JournalScriptRunner scripts;
   JournalTransfer transfer;
+  JournalLog log;
   JournalPrompts prompts;
 };
 
@@ -40,7 +42,7 @@ Platform JournalPlatform::platform() {
           parts_->runLoops,      wrapped.dispatch,      parts_->notifications,
           parts_->shell,         parts_->scripts,       wrapped.bundles,
           wrapped.systemVersion, wrapped.authorization, parts_->transfer,
-          wrapped.log,           parts_->prompts,       wrapped.paths};
+          parts_->log,           parts_->prompts,       wrapped.paths};
 }
 
 }  // namespace corvane

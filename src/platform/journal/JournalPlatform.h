@@ -8,9 +8,9 @@
 namespace corvane {
 
 /// A platform that passes everything on to another one and writes to a file what crosses it: driver
-/// calls, command lines, scripts, mounting, downloads, notifications and alerts, one JSON object a
-/// line, in the order in which they happened. A call that answers is written once it has answered;
-/// a notification or an alert before anybody hears of it.
+/// calls, command lines, scripts, mounting, downloads, notifications, alerts and system log lines,
+/// one JSON object a line, in the order in which they happened. A call that answers is written once
+/// it has answered; a notification, an alert or a log line before anybody hears of it.
 class JournalPlatform {
  public:
   /// Appends to `path`. `wrapped` refers to what outlives this object. A line that cannot be
