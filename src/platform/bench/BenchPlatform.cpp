@@ -52,7 +52,7 @@ struct BenchPlatform::Parts {
         userClient(machine, registry, dispatch, log),
         disks(machine),
         scripts(machine, shell),
-        bundles(machine, paths),
+        bundles(machine, paths, options.samplesFolder),
         systemVersion(machine),
         authorization(machine),
         transfer(machine, network),

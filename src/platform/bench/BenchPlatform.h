@@ -18,6 +18,9 @@ struct BenchPlatformOptions {
   /// Where the programs are that the bench's shell finds as "corvaneutil", "ifconfig" and the like;
   /// empty for none.
   std::string toolsFolder;
+  /// Where the sample benches are; an update address without a scheme that names no folder beside
+  /// the bench file is one there.
+  std::string samplesFolder;
   /// The descriptor to which commands of the shell write their output.
   int standardOutput = STDOUT_FILENO;
   /// How often the bench file is looked at.

@@ -139,7 +139,7 @@ struct BenchComputer {
 struct BenchApplication {
   std::string version = "1.0.0.0";
   std::string copyright = "Copyright © 2026 Velmar. All rights reserved.";
-  std::string plistURL = "http://127.0.0.1:8080/";
+  std::string plistURL = "update";
 
   bool operator==(const BenchApplication&) const = default;
 };

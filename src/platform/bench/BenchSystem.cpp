@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
 
 #include "platform/bench/RegistryTree.h"
 
@@ -31,6 +32,34 @@ std::optional<PropertyValue> valueUnder(const PropertyValue::Dictionary& diction
                                         const std::string& key) {
   const PropertyValue* value = findProperty(dictionary, key);
   return value == nullptr ? std::nullopt : std::optional(*value);
+}
+
+/// `path` as the path of a file URL, where only a few characters may stand as they are.
+std::string percentEncoded(const std::string& path) {
+  constexpr std::string_view plain =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
+  std::string encoded;
+  for (const char character : path) {
+    if (plain.find(character) != std::string_view::npos) {
+      encoded += character;
+    } else {
+      encoded += fmt::format("%{:02X}", static_cast<unsigned char>(character));
+    }
+  }
+  return encoded;
+}
+
+/// The address of an update server. One without a scheme is a folder, beside the bench file or else
+/// among the samples.
+std::string addressOf(const std::string& server, const BenchFile& bench,
+                      const std::string& samplesFolder) {
+  if (server.empty() || server.find("://") != std::string::npos) return server;
+  std::error_code error;
+  auto folder = std::filesystem::path(bench.path()).parent_path() / server;
+  if (!std::filesystem::is_directory(folder, error) && !samplesFolder.empty()) {
+    folder = std::filesystem::path(samplesFolder) / server;
+  }
+  return "file://" + percentEncoded(folder.lexically_normal().string());
 }
 
 /// The command of a script `do shell script "COMMAND" with administrator privileges`; nothing when
@@ -85,8 +114,8 @@ std::string timeStamp() {
 
 }  // namespace
 
-BenchBundles::BenchBundles(BenchMachine& machine, Paths paths)
-    : machine_(machine), paths_(std::move(paths)) {}
+BenchBundles::BenchBundles(BenchMachine& machine, Paths paths, std::string samplesFolder)
+    : machine_(machine), paths_(std::move(paths)), samplesFolder_(std::move(samplesFolder)) {}
 
 bool BenchBundles::exists(const std::string& path) {
   return information(path).has_value();
@@ -125,7 +154,8 @@ std::optional<PropertyValue> BenchBundles::mainInfoValue(const std::string& key)
 std::optional<PropertyValue::Dictionary> BenchBundles::resourcePropertyList(
     const std::string& name, const std::string& type) {
   if (name != "UpdateEngine" || type != "plist") return std::nullopt;
-  return PropertyValue::Dictionary{{"plistURL", machine_.state()->application.plistURL}};
+  return PropertyValue::Dictionary{{"plistURL", addressOf(machine_.state()->application.plistURL,
+                                                          machine_.file(), samplesFolder_)}};
 }
 
 BenchScriptRunner::BenchScriptRunner(BenchMachine& machine, Shell& shell)

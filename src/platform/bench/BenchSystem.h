@@ -20,7 +20,8 @@ namespace corvane {
 /// the one of the two extension folders that the system's release uses.
 class BenchBundles final : public Bundles {
  public:
-  BenchBundles(BenchMachine& machine, Paths paths);
+  /// `samplesFolder` is where an update folder is looked for that is not beside the bench file.
+  BenchBundles(BenchMachine& machine, Paths paths, std::string samplesFolder = {});
 
   bool exists(const std::string& path) override;
   std::optional<PropertyValue> infoValue(const std::string& path, const std::string& key) override;
@@ -33,6 +34,7 @@ class BenchBundles final : public Bundles {
 
   BenchMachine& machine_;
   const Paths paths_;
+  const std::string samplesFolder_;
 };
 
 class BenchSystemVersion final : public SystemVersion {

@@ -1,0 +1,68 @@
+#include "launch/ShippedFiles.h"
+
+#include <utility>
+#include <vector>
+
+#ifdef __APPLE__
+#include <mach-o/dyld.h>
+#endif
+
+namespace corvane {
+
+namespace {
+
+namespace files = std::filesystem;
+
+/// What tells a folder of benches from any other folder of that name.
+constexpr const char* demoBench = "demo.json";
+/// How far above its programs the sources of a build tree are looked for.
+constexpr int ancestorLimit = 5;
+
+files::path thisProgram() {
+#ifdef __APPLE__
+  std::vector<char> path(4096);
+  auto size = static_cast<uint32_t>(path.size());
+  if (_NSGetExecutablePath(path.data(), &size) != 0) return {};
+  std::error_code error;
+  return files::canonical(path.data(), error);
+#else
+  std::error_code error;
+  return files::read_symlink("/proc/self/exe", error);
+#endif
+}
+
+bool isBenchFolder(const files::path& folder) {
+  std::error_code error;
+  return files::is_regular_file(folder / demoBench, error);
+}
+
+std::optional<files::path> folderIfThere(const files::path& folder) {
+  std::error_code error;
+  if (!files::is_directory(folder, error)) return std::nullopt;
+  return folder;
+}
+
+}  // namespace
+
+ShippedFiles::ShippedFiles(files::path program) : folder_(program.parent_path()) {}
+
+ShippedFiles ShippedFiles::ofThisProgram() {
+  return ShippedFiles(thisProgram());
+}
+
+std::optional<files::path> ShippedFiles::benchFolder() const {
+  const files::path installed = folder_.parent_path() / "share" / "corvane" / "bench";
+  if (isBenchFolder(installed)) return installed;
+  files::path ancestor = folder_;
+  for (int level = 0; level < ancestorLimit; ++level, ancestor = ancestor.parent_path()) {
+    if (isBenchFolder(ancestor / "bench")) return ancestor / "bench";
+  }
+  return std::nullopt;
+}
+
+std::optional<files::path> ShippedFiles::benchToolsFolder() const {
+  if (const auto built = folderIfThere(folder_ / "bench-tools")) return built;
+  return folderIfThere(folder_.parent_path() / "libexec" / "corvane" / "bench-tools");
+}
+
+}  // namespace corvane

@@ -1,0 +1,61 @@
+#include "launch/ShippedFiles.h"
+
+#include <cstdlib>
+
+using namespace corvane;
+
+namespace {
+
+class ShippedFilesTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string folder = (std::filesystem::temp_directory_path() / "shipped-XXXXXX").string();
+    ASSERT_NE(mkdtemp(folder.data()), nullptr);
+    folder_ = folder;
+  }
+  void TearDown() override { std::filesystem::remove_all(folder_); }
+
+  void makeFile(const std::filesystem::path& path) {
+    std::filesystem::create_directories((folder_ / path).parent_path());
+    std::ofstream(folder_ / path) << "{}";
+  }
+
+  ShippedFiles beside(const std::string& program) const { return ShippedFiles(folder_ / program); }
+
+  std::filesystem::path folder_;
+};
+
+TEST_F(ShippedFilesTest, AnInstalledProgramFindsItsFiles) {
+  makeFile("usr/share/corvane/bench/demo.json");
+  makeFile("usr/libexec/corvane/bench-tools/ping");
+  const ShippedFiles shipped = beside("usr/bin/corvane");
+  EXPECT_EQ(shipped.benchFolder(), folder_ / "usr/share/corvane/bench");
+  EXPECT_EQ(shipped.benchToolsFolder(), folder_ / "usr/libexec/corvane/bench-tools");
+}
+
+TEST_F(ShippedFilesTest, AProgramOfABuildTreeFindsThoseOfItsSources) {
+  makeFile("source/bench/demo.json");
+  makeFile("source/build/dev/bin/bench-tools/ping");
+  const ShippedFiles shipped = beside("source/build/dev/bin/corvane");
+  EXPECT_EQ(shipped.benchFolder(), folder_ / "source/bench");
+  EXPECT_EQ(shipped.benchToolsFolder(), folder_ / "source/build/dev/bin/bench-tools");
+}
+
+TEST_F(ShippedFilesTest, AFolderOfThatNameWithoutSamplesIsPassedOver) {
+  makeFile("source/bench/demo.json");
+  makeFile("source/build/bench/other");
+  EXPECT_EQ(beside("source/build/dev/bin/corvane").benchFolder(), folder_ / "source/bench");
+}
+
+TEST_F(ShippedFilesTest, WithoutFilesThereIsNothing) {
+  const ShippedFiles shipped = beside("alone/corvane");
+  EXPECT_EQ(shipped.benchFolder(), std::nullopt);
+  EXPECT_EQ(shipped.benchToolsFolder(), std::nullopt);
+}
+
+TEST_F(ShippedFilesTest, ThisProgramFindsTheSourcesBenches) {
+  EXPECT_EQ(ShippedFiles::ofThisProgram().benchFolder(),
+            std::filesystem::path(CORVANE_SOURCE_DIR) / "bench");
+}
+
+}  // namespace
