@@ -38,6 +38,9 @@ AppDelegate::AppDelegate(const Platform& platform)
       volumes_(platform),
       firmwareUpdate_(platform, controls_, state_, state_.updateAlert, volumes_,
                       [this] { return device_->getBSDVolumeList(); }),
+      onlineUpdate_(platform,
+                    {controls_, state_, volumes_, [this] { return device_->getBSDVolumeList(); },
+                     [this] { return firmwareUpdate_.isRunning(); }}),
       tenGigabitPages_(platform, controls_, state_, [this] { return compareDriverVersion(); }),
       self_(std::make_shared<AppDelegate*>(this)) {
   connectControls();

@@ -14,6 +14,7 @@
 #include "FirmwareUpdate.h"
 #include "MainWindowControls.h"
 #include "MatrixController.h"
+#include "OnlineUpdate/OnlineUpdate.h"
 #include "SFPController.h"
 #include "TenGigabitPages.h"
 #include "Volumes.h"
@@ -76,6 +77,7 @@ class AppDelegate {
   FCQDepthViewController& queueDepthController() { return queueDepthController_; }
   Volumes& volumes() { return volumes_; }
   FirmwareUpdate& firmwareUpdate() { return firmwareUpdate_; }
+  OnlineUpdate& onlineUpdate() { return onlineUpdate_; }
 
   // The application's life.
 
@@ -179,6 +181,7 @@ class AppDelegate {
   FCQDepthViewController queueDepthController_;
   Volumes volumes_;
   FirmwareUpdate firmwareUpdate_;
+  OnlineUpdate onlineUpdate_;
   TenGigabitPages tenGigabitPages_;
 
   std::vector<std::unique_ptr<Observation>> observations_;
