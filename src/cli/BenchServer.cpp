@@ -16,6 +16,12 @@ namespace {
 
 constexpr const char* loopback = "127.0.0.1";
 
+/// The library's own choice would let two servers listen on one port, each hearing half.
+void refuseToShareThePort(socket_t socket) {
+  const int yes = 1;
+  setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+}
+
 /// Waits for an interrupt on a thread of its own and then stops the server.
 class InterruptWait {
  public:
@@ -54,6 +60,7 @@ struct FolderServer::State {
 
 FolderServer::FolderServer(const std::string& folder, int port)
     : state_(std::make_unique<State>()) {
+  state_->server.set_socket_options(&refuseToShareThePort);
   if (!state_->server.set_mount_point("/", folder)) {
     throw CommandFailure(ExitStatus::NotFound, folder, "there is no such folder",
                          "Name the folder that holds the catalogue's folders.");
