@@ -12,11 +12,24 @@ namespace corvane {
 
 namespace {
 
+/// The same fields for the eye: each port under a heading of its own.
+nlohmann::ordered_json portByPort(const nlohmann::ordered_json& answer) {
+  auto shown = answer;
+  shown.erase("ports");
+  for (const auto& port : answer.at("ports")) {
+    auto& section = shown["port " + port.at("port").dump()];
+    section = port;
+    section.erase("port");
+  }
+  return shown;
+}
+
 void showAdapter(CommandContext& context, const LaunchOptions& options, const std::string& label) {
   Session session(context, options);
   session.discover();
   session.select(label);
-  printAnswer(context, adapterFields(session.app()));
+  const auto answer = adapterFields(session.app());
+  printAnswer(context, context.json ? answer : portByPort(answer));
 }
 
 }  // namespace

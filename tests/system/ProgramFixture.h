@@ -1,0 +1,98 @@
+#pragma once
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "platform/Shell.h"
+
+namespace corvane {
+
+/// What a program answered.
+struct ProgramAnswer {
+  int status = -1;
+  std::string output;
+  std::string errors;
+
+  nlohmann::ordered_json json() const { return nlohmann::ordered_json::parse(output); }
+};
+
+/// Runs the built programs on copies of the shipped benches, in a folder of the test's own.
+class ProgramFixture : public ::testing::Test {
+ protected:
+  ProgramFixture() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "corvane-XXXXXX").string();
+    folder_ = mkdtemp(pattern.data());
+  }
+  ~ProgramFixture() override { std::filesystem::remove_all(folder_); }
+
+  std::filesystem::path path(const std::string& name) const { return folder_ / name; }
+
+  /// A copy of a shipped bench on which time flies.
+  std::string bench(const std::string& name) const {
+    std::ifstream shipped(std::string(CORVANE_SOURCE_DIR) + "/bench/" + name + ".json");
+    auto state = nlohmann::ordered_json::parse(shipped);
+    state["clockRate"] = 1000;
+    const auto copy = path(std::filesystem::path(name).filename().string() + ".json");
+    std::ofstream(copy) << state.dump(2);
+    return copy.string();
+  }
+
+  ProgramAnswer corvane(const std::vector<std::string>& arguments) const {
+    return run("corvane", arguments);
+  }
+
+  ProgramAnswer run(const std::string& program, const std::vector<std::string>& arguments) const {
+    ProgramAnswer answer;
+    const std::string line = commandLine(program, arguments) + " >" + shellPath(path("out")) +
+                             " 2>" + shellPath(path("err")) + " </dev/null";
+    const int status = std::system(line.c_str());
+    answer.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    answer.output = content(path("out"));
+    answer.errors = content(path("err"));
+    return answer;
+  }
+
+  std::string commandLine(const std::string& program,
+                          const std::vector<std::string>& arguments) const {
+    // The user's own bench, should a program fall back on it, is the test's as well.
+    std::string line = "env -u CORVANE_BENCH XDG_DATA_HOME=" + shellPath(folder_) + " " +
+                       shellPath(std::string(CORVANE_BINARY_DIR) + "/bin/" + program);
+    for (const auto& argument : arguments) line += " " + shellWord(argument);
+    return line;
+  }
+
+  static std::string content(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  /// The lines of a journal.
+  std::vector<nlohmann::ordered_json> journal(const std::filesystem::path& path) const {
+    std::vector<nlohmann::ordered_json> lines;
+    std::ifstream file(path);
+    for (std::string line; std::getline(file, line);)
+      lines.push_back(nlohmann::ordered_json::parse(line));
+    return lines;
+  }
+
+ private:
+  std::filesystem::path folder_;
+};
+
+/// The keys of an object, in order.
+inline std::vector<std::string> keysOf(const nlohmann::ordered_json& object) {
+  std::vector<std::string> keys;
+  for (const auto& field : object.items()) keys.push_back(field.key());
+  return keys;
+}
+
+}  // namespace corvane
