@@ -204,15 +204,17 @@ void AppDelegate::reloadDeviceTable() {
   numberOfRowsInTableView();
 }
 
-// Reading a page takes time, so of several changes at once only the last one reads it.
+// Reading a page takes time, so of several changes at once only the last one reads it. A row that
+// is selected meanwhile stays selected.
 void AppDelegate::showFirstRowSoon() {
   state_.intSelectRow = 0;
   if (std::exchange(firstRowAwaited_, true)) return;
-  onMain([](AppDelegate& self) { self.showFirstRow(); });
+  onMain([](AppDelegate& self) {
+    if (std::exchange(self.firstRowAwaited_, false)) self.showFirstRow();
+  });
 }
 
 void AppDelegate::showFirstRow() {
-  firstRowAwaited_ = false;
   state_.intSelectRow = 0;
   const auto entry = state_.CorvaneList.entry(0);
   if (!entry) return showNoAdapter();
@@ -236,6 +238,7 @@ DeviceTableCell AppDelegate::tableViewViewForTableColumn(int64_t row) const {
 }
 
 void AppDelegate::tableViewSelectionIsChanging() {
+  firstRowAwaited_ = false;
   state_.intSelectRow = controls_.deviceTable.selectedRow();
   if (const auto entry = state_.CorvaneList.entry(state_.intSelectRow)) showSelection(*entry);
 }

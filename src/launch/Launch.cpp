@@ -20,6 +20,7 @@ constexpr const char* benchVariable = "CORVANE_BENCH";
 
 StandardLogOptions logOptions(const LaunchOptions& options) {
   StandardLogOptions log;
+  log.usesSystemLog = true;
   if (options.answerOnly) log.standardOutput = stderr;
   return log;
 }

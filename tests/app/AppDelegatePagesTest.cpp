@@ -191,6 +191,15 @@ TEST_F(AppDelegatePagesTest, TheLastAdaptersDepartureLeavesNothingOfIt) {
   EXPECT_EQ(app->state().selectPort, 0);
 }
 
+TEST_F(AppDelegatePagesTest, ARowSelectedBeforeTheFirstWasShownStaysSelected) {
+  plug(FakeFibreChannelAdapter{});
+  app->whenAdaptersChange([this](const AdapterEvent&) { app->selectRow(1); });
+  plug(tenGigabit(true, true));
+  EXPECT_EQ(controls().deviceTable.selectedRow(), 1);
+  EXPECT_EQ(app->state().intSelectRow, 1);
+  EXPECT_EQ(page(), Page::FibreChannelPort);
+}
+
 TEST_F(AppDelegatePagesTest, SeveralArrivalsAtOnceReadThePageOnce) {
   std::vector<RegistryHandle> services;
   for (uint8_t number = 0; number < 4; ++number) {
