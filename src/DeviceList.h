@@ -8,14 +8,13 @@
 #include <variant>
 #include <vector>
 
+#include "discovery/AdapterFamily.h"
+
 namespace corvane {
 
 class Corvane2Device;
 class Corvane2Device_10GE;
 class Corvane2Info;
-
-/// The two families of adapters, by the numbers that `intProduct` holds.
-enum class AdapterFamily : int64_t { FibreChannel = 1, TenGigabit = 2 };
 
 /// One adapter as the list shows it.
 struct DeviceListEntry {

@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "DeviceList.h"
+#include "discovery/AdapterFamily.h"
 
 namespace corvane {
 
