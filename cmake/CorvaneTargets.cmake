@@ -20,7 +20,9 @@ function(corvane_configure target)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # GCC 12 reports these falsely inside the standard library once a sanitizer
     # or the optimiser has rearranged the code.
-    target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized -Wno-restrict)
+    target_compile_options(
+      ${target} PRIVATE -Wno-maybe-uninitialized -Wno-restrict
+                        $<$<NOT:$<CONFIG:Debug>>:-Wno-array-bounds;-Wno-stringop-overflow;-Wno-stringop-overread>)
   endif()
   if(CORVANE_SANITIZE)
     target_compile_options(${target} PRIVATE -fsanitize=${CORVANE_SANITIZE} -fno-sanitize-recover=all)
