@@ -4,8 +4,10 @@
 
 #include "cli/ArchiveCommand.h"
 #include "cli/CommandOutput.h"
+#include "cli/FirmwareCommand.h"
 #include "cli/ListCommand.h"
 #include "cli/SFPCommand.h"
+#include "cli/SetCommand.h"
 #include "cli/ShowCommand.h"
 #include "cli/WatchCommand.h"
 #include "launch/Launch.h"
@@ -32,6 +34,8 @@ void addCommands(CLI::App& app, CommandContext& context, const LaunchOptions& op
   addShowCommand(app, context, options);
   addWatchCommand(app, context, options);
   addSFPCommand(app, context);
+  addSetCommand(app, context, options);
+  addFirmwareCommand(app, context, options);
   addArchiveCommand(app, context);
 }
 

@@ -1,0 +1,195 @@
+#include "cli/FirmwareCommand.h"
+
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <istream>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <ostream>
+#include <string>
+
+#include "FirmwareImageFile.h"
+#include "cli/AdministratorRights.h"
+#include "cli/Session.h"
+
+namespace corvane {
+
+namespace {
+
+using nlohmann::ordered_json;
+
+struct FirmwareOptions {
+  std::string label;
+  std::string package;
+  bool yes = false;
+  bool checkOnly = false;
+};
+
+/// How far the update came before it was left.
+enum class Answer { None, Confirmed, Declined };
+
+// Verifying.
+
+std::string refusalReason(const PackageVerification& verification) {
+  switch (verification.result) {
+    case PackageVerification::Result::TooLarge:
+      return fmt::format("the file has {} bytes or more", firmwarePackageSizeLimit);
+    case PackageVerification::Result::PathNot7Bit:
+      return "the path has characters beyond ASCII";
+    default:
+      return fmt::format("status {:#x}, {}", static_cast<uint32_t>(verification.status),
+                         VelmarArchive_status_text(verification.status));
+  }
+}
+
+// The status that scripts get: that of the archive, or -1 when the archive was not even opened.
+int64_t statusOf(const PackageVerification& verification) {
+  const bool wasRead =
+      verification.succeeded() || verification.result == PackageVerification::Result::Refused;
+  return wasRead ? int64_t{verification.status} : -1;
+}
+
+std::string verifiedVersion(const std::string& package) {
+  if (!std::filesystem::exists(package)) {
+    throw CommandFailure(ExitStatus::NotFound, package, "there is no such file",
+                         "Name a firmware package.", ordered_json{{"status", ArchiveNotOpened}});
+  }
+  const PackageVerification verification = verifyFirmwarePackage(package);
+  if (verification.succeeded()) return verification.version;
+  throw CommandFailure(ExitStatus::Failed, package,
+                       "the package cannot be verified: " + refusalReason(verification),
+                       "Name a firmware package that holds \"" + std::string(firmwareImageMember) +
+                           "\"; \"corvane archive verify\" tells more.",
+                       ordered_json{{"status", statusOf(verification)}});
+}
+
+ordered_json answerFields(const std::string& version) {
+  return {{"status", ArchiveSuccess}, {"version", version}};
+}
+
+// Asking.
+
+void requireAnswerable(const CommandContext& context, const FirmwareOptions& options) {
+  if (options.yes || options.checkOnly || context.inputIsTerminal) return;
+  throw CommandFailure(ExitStatus::Failed, options.label,
+                       "the update has to be confirmed, and there is no terminal to ask on",
+                       "Give --yes to go on without being asked.");
+}
+
+bool isConfirmed(CommandContext& context, const FirmwareOptions& options,
+                 const std::string& question) {
+  if (options.yes) return true;
+  context.err << question << "\nGo on? [y/N] " << std::flush;
+  std::string line;
+  std::getline(context.in, line);
+  return line == "y" || line == "Y" || line == "yes";
+}
+
+// Updating.
+
+void requireFibreChannel(AppDelegate& app, const FirmwareOptions& options) {
+  if (app.state().intProduct == static_cast<int64_t>(AdapterFamily::FibreChannel)) return;
+  throw CommandFailure(ExitStatus::Failed, options.label,
+                       "only Fibre Channel adapters have firmware to update",
+                       "\"corvane list\" shows the adapters with their families.");
+}
+
+// The update's own dialogue, answered by the command line: the package is chosen in the panel, and
+// the first alert asks for the confirmation.
+void answerDialogue(Session& session, CommandContext& context, const FirmwareOptions& options,
+                    Answer& answer) {
+  CommandPrompts& prompts = session.prompts();
+  prompts.answerOpenPanel = [&options](const OpenPanelRequest&) {
+    return std::vector<std::string>{std::filesystem::absolute(options.package).string()};
+  };
+  prompts.answerAlert = [&](const AlertContent& content) -> std::optional<int> {
+    if (answer != Answer::None) return std::nullopt;
+    const bool asks = content.buttons.size() > 1;
+    const bool confirmed = asks && isConfirmed(context, options, content.informativeText);
+    answer = confirmed ? Answer::Confirmed : Answer::Declined;
+    return confirmed ? 0 : 1;
+  };
+}
+
+void runUpdate(Session& session, CommandContext& context, const FirmwareOptions& options) {
+  AppDelegate& app = session.app();
+  if (!app.controls().updateFW.isEnabled()) {
+    throw CommandFailure(ExitStatus::Failed, options.label, "updates are out of use now",
+                         "Open the lock with an administrator's rights first.");
+  }
+  Answer answer = Answer::None;
+  answerDialogue(session, context, options, answer);
+  ProgressBar bar(context, "updating " + options.label);
+  session.prompts().showProgress = [&bar](std::optional<double> fraction) {
+    constexpr uint64_t steps = 1000;
+    if (fraction) bar.show(static_cast<uint64_t>(*fraction * static_cast<double>(steps)), steps);
+  };
+  app.controls().updateFW.click();
+  session.runUntil(
+      [&] { return answer == Answer::Declined || app.firmwareUpdate().lastOutcome().has_value(); });
+  session.prompts().showProgress = nullptr;
+  session.prompts().answerAlert = nullptr;
+}
+
+std::string failureOf(const FirmwareUpdateOutcome& outcome) {
+  const ArchiveStatus status = outcome.extraction.status;
+  if (status != ArchiveSuccess) {
+    return fmt::format("the image could not be extracted: status {:#x}, {}",
+                       static_cast<uint32_t>(status), VelmarArchive_status_text(status));
+  }
+  if (!outcome.extraction.complete) return "the package does not hold the whole image";
+  if (outcome.transferResult != 0) return "the extracted image could not be read";
+  if (outcome.driverStatus == statusNoDevice) return "the adapter has gone during the update";
+  return fmt::format("the adapter refused the image: status {:#x}",
+                     static_cast<uint32_t>(outcome.driverStatus));
+}
+
+void requireSuccess(const FirmwareOptions& options,
+                    const std::optional<FirmwareUpdateOutcome>& outcome,
+                    const std::string& version) {
+  if (!outcome) {
+    throw CommandFailure(ExitStatus::Failed, options.label, "the update was not confirmed",
+                         "Nothing was changed.");
+  }
+  if (outcome->succeeded()) return;
+  throw CommandFailure(ExitStatus::Failed, options.label, failureOf(*outcome),
+                       "The adapter keeps its firmware; attach it again and repeat the update.",
+                       ordered_json{{"status", outcome->extraction.status}, {"version", version}});
+}
+
+void updateFirmware(CommandContext& context, const LaunchOptions& launch,
+                    const FirmwareOptions& options) {
+  requireAnswerable(context, options);
+  const std::string version = verifiedVersion(options.package);
+  Session session(context, launch);
+  session.discover();
+  session.select(options.label);
+  requireFibreChannel(session.app(), options);
+  if (!options.checkOnly) {
+    session.requireChangeable(options.label);
+    takeAdministratorRights(session, options.label);
+    runUpdate(session, context, options);
+    requireSuccess(options, session.app().firmwareUpdate().lastOutcome(), version);
+    printNote(context, session.app().state().updateAlert.informativeText);
+  }
+  printAnswer(context, answerFields(version));
+}
+
+}  // namespace
+
+void addFirmwareCommand(CLI::App& app, CommandContext& context, const LaunchOptions& launch) {
+  const auto options = std::make_shared<FirmwareOptions>();
+  auto* command = app.add_subcommand("firmware", "Update an adapter's firmware from a package");
+  addJsonFlag(*command, context);
+  command->add_option("LABEL", options->label, "The adapter: a label or a WWN")->required();
+  command->add_option("PACKAGE", options->package, "The firmware package")->required();
+  auto* yes = command->add_flag("--yes", options->yes, "Go on without being asked");
+  command->add_flag("--check", options->checkOnly, "Verify the package and print its version only")
+      ->excludes(yes);
+  command->callback([&context, &launch, options] { updateFirmware(context, launch, *options); });
+}
+
+}  // namespace corvane

@@ -1,0 +1,52 @@
+#include <algorithm>
+#include <array>
+#include <nlohmann/json.hpp>
+#include <string_view>
+
+#include "cli/CommandOutput.h"
+#include "cli/SettingChange.h"
+
+namespace corvane {
+
+namespace {
+
+using nlohmann::ordered_json;
+
+/// The names of the performance presets, by the tags of their items from 1.
+constexpr std::array<std::string_view, 4> modeNames{"low-latency", "balanced", "high-throughput",
+                                                    "server"};
+
+SettingChange modeChange(AppDelegate& app, const SetOptions& options) {
+  const auto* const found = std::find(modeNames.begin(), modeNames.end(), *options.mode);
+  const int64_t tag = found - modeNames.begin() + 1;
+  return menuChange(app.controls().settingMode, tag, options, "--mode " + *options.mode, "mode",
+                    *options.mode);
+}
+
+SettingChange checkBoxChange(CheckBox& box, const SetOptions& options, const std::string& option,
+                             const std::string& state, const std::string& key) {
+  const std::string what = option + " " + state;
+  if (box.isHidden()) refuseSetting(options, what);
+  if (!box.isEnabled()) refuseSetting(options, what, "the setting is out of use");
+  const bool on = state == "on";
+  return {what, [&box, on] { box.choose(on); },
+          [key, on](const ordered_json& port) { return port.at(key).at("state") == on; }};
+}
+
+}  // namespace
+
+std::vector<SettingChange> tenGigabitChanges(AppDelegate& app, const SetOptions& options) {
+  std::vector<SettingChange> changes;
+  auto& controls = app.controls();
+  if (options.mode) changes.push_back(modeChange(app, options));
+  if (options.checksum) {
+    changes.push_back(checkBoxChange(controls.enableTCPipv4, options, "--checksum",
+                                     *options.checksum, "tcpipv4"));
+  }
+  if (options.rsc) {
+    changes.push_back(checkBoxChange(controls.enableRSC, options, "--rsc", *options.rsc, "rsc"));
+  }
+  return changes;
+}
+
+}  // namespace corvane
