@@ -157,8 +157,8 @@ int64_t OnlineUpdate::checkAllVersions(const std::string& kind) {
 void OnlineUpdate::readRule(const std::string& productID) {
   lastCheck_.catalogueUrl = serverUrl_ + "/" + catalogueName;
   const CatalogueReading catalogue = fetchCatalogue(platform_, lastCheck_.catalogueUrl);
-  lastCheck_.catalogueProblem = catalogue.problem;
   if (!catalogue.rules) {
+    lastCheck_.catalogueProblem = catalogue.problem;
     platform_.log.system(lastCheck_.catalogueUrl + ": " + catalogue.problem);
     return;
   }

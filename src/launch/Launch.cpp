@@ -40,7 +40,7 @@ struct Launch::Parts {
       throw LaunchFailure(LaunchExitStatus::WrongOptions, "--bench", "cannot stand beside --dump",
                           "Name either a bench to run on or a dump to look at.");
     }
-    open(options, {mainQueue, prompts, log, options.answerOnly ? STDERR_FILENO : STDOUT_FILENO});
+    open(options, {mainQueue, prompts, log, STDERR_FILENO});
     platform.emplace(computer->platform());
     if (!options.journal.empty()) record(options.journal);
   }
