@@ -51,8 +51,9 @@ class BenchPagesTest : public testing::Test {
   /// Switches the computer on and waits until the adapter's first page is shown.
   void launch(const BenchState& state) {
     file.create(state);
-    bench = std::make_unique<BenchPlatform>(file.path(), mainQueue, prompts, log,
-                                            BenchPlatformOptions{.toolsFolder = BENCH_TOOLS});
+    BenchPlatformOptions options;
+    options.toolsFolder = BENCH_TOOLS;
+    bench = std::make_unique<BenchPlatform>(file.path(), mainQueue, prompts, log, options);
     journal = std::make_unique<JournalPlatform>(bench->platform(), journalPath);
     application = std::make_unique<AppDelegate>(journal->platform());
     application->applicationDidFinishLaunching();
