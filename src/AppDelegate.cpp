@@ -226,7 +226,9 @@ void AppDelegate::showFirstRow() {
 
 int64_t AppDelegate::numberOfRowsInTableView() {
   const auto rows = static_cast<int64_t>(state_.CorvaneList.count());
-  enablePageButtons(rows != 0, rows != 0, rows != 0);
+  controls_.port1Button.setEnabled(rows != 0 && port1Usable_);
+  controls_.port2Button.setEnabled(rows != 0 && port2Usable_);
+  controls_.deviceButton.setEnabled(rows != 0);
   return rows;
 }
 
@@ -272,7 +274,7 @@ void AppDelegate::showSelection(const DeviceListEntry& entry) {
 }
 
 void AppDelegate::showFibreChannelSelection() {
-  enablePageButtons(true, true, true);
+  setUsablePorts(true, true);
   showPortPage(0);
 }
 
@@ -283,7 +285,7 @@ void AppDelegate::showTenGigabitSelection(const Corvane2Device_10GE& adapter) {
   };
   const bool port1 = isEnabled(adapter.port1());
   const bool port2 = isEnabled(adapter.port2());
-  enablePageButtons(port1, port2, true);
+  setUsablePorts(port1, port2);
   if (!port1 && !port2) return showDevicePage();
   fillDevicePage();
   showPortPage(port1 ? 0 : 1);
@@ -294,6 +296,7 @@ void AppDelegate::showNoAdapter() {
   state_.corvaneDevice.reset();
   state_.corvaneDevice_10GE.reset();
   state_.selectPort = 0;
+  setUsablePorts(true, true);
   controls_.deviceTable.selectRow(-1);
   controls_.tabView.selectTabViewItemAtIndex(static_cast<int64_t>(Page::NoAdapter));
   for (Button* button : {&controls_.port1Button, &controls_.port2Button, &controls_.deviceButton})
@@ -368,10 +371,11 @@ void AppDelegate::markPageButton(PageButtonTag shown) {
     button->setOn(button->tag() == static_cast<int64_t>(shown));
 }
 
-void AppDelegate::enablePageButtons(bool port1, bool port2, bool device) {
-  controls_.port1Button.setEnabled(port1);
-  controls_.port2Button.setEnabled(port2);
-  controls_.deviceButton.setEnabled(device);
+// The view asks for the rows at any time, and each time the buttons follow.
+void AppDelegate::setUsablePorts(bool port1, bool port2) {
+  port1Usable_ = port1;
+  port2Usable_ = port2;
+  numberOfRowsInTableView();
 }
 
 bool AppDelegate::isDevicePageShown() const {

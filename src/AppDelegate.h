@@ -104,7 +104,8 @@ class AppDelegate {
 
   // The device table.
 
-  /// The number of adapters. The page buttons are enabled unless there is none.
+  /// The number of adapters. The page buttons are enabled unless there is none; a port that the
+  /// adapter on show has not enabled stays out of reach.
   int64_t numberOfRowsInTableView();
 
   /// The cell of a row; an empty one when there is no such row.
@@ -162,7 +163,7 @@ class AppDelegate {
   void fillPortPage(int64_t portIndex);
   void fillDevicePage();
   void markPageButton(PageButtonTag shown);
-  void enablePageButtons(bool port1, bool port2, bool device);
+  void setUsablePorts(bool port1, bool port2);
   bool isDevicePageShown() const;
   AdapterFamily family() const;
 
@@ -189,6 +190,8 @@ class AppDelegate {
   std::function<void(const AdapterEvent&)> followed_;
   int monitorsStarting_ = 2;
   bool firstRowAwaited_ = false;
+  bool port1Usable_ = true;  ///< whether the adapter on show has that port's page
+  bool port2Usable_ = true;
   std::shared_ptr<AppDelegate*>
       self_;  ///< what waits on the main queue reaches the controller by it
 };
