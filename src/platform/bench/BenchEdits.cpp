@@ -156,7 +156,7 @@ std::string freeInterface(const BenchState& state) {
     }
   }
   for (int number = firstSpareInterface;; ++number) {
-    const std::string name = fmt::format("en{}", number);
+    std::string name = fmt::format("en{}", number);
     if (taken.count(name) == 0) return name;
   }
 }

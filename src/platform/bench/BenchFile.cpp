@@ -24,7 +24,7 @@ namespace {
 using Kind = BenchFileError::Kind;
 
 /// Far above the largest bench; keeps a wrong file from being read into memory whole.
-constexpr size_t largestFile = 16 * 1024 * 1024;
+constexpr size_t largestFile = size_t{16} * 1024 * 1024;
 
 std::string errorLine(const std::string& path, size_t line, const std::string& field,
                       const std::string& reason) {
@@ -222,7 +222,7 @@ std::string BenchFile::text() const {
 }
 
 BenchDocument parseBenchDocument(std::string_view text, const std::string& path) {
-  const BenchDocument document = parsedJson(text, path);
+  BenchDocument document = parsedJson(text, path);
   std::optional<SchemaBreach> breach = findSchemaBreach(benchSchema(), document);
   if (!breach) {
     if (const auto repeated = findRepeatedJsonKey(text)) {

@@ -262,6 +262,8 @@ Status BenchUserClient::transferFirmwareImage(const std::string& wwpn, Input inp
   const uint64_t size = readLittleEndian(input, 0, 4);
   const uint64_t address = readLittleEndian(input, 8, 8);
   if (size == 0 || address == 0) return statusBadArgument;
+  // The protocol hands memory over as a number, as between a program and the kernel.
+  // NOLINTNEXTLINE(performance-no-int-to-ptr)
   const auto* callersMemory = reinterpret_cast<const uint8_t*>(static_cast<uintptr_t>(address));
   const std::vector<uint8_t> image(callersMemory, callersMemory + size);
   const Status status = flash(wwpn, image);
