@@ -49,13 +49,13 @@ void Volumes::mountAllVolume(const std::vector<std::string>& names) {
 }
 
 std::vector<std::string> Volumes::tellLeftUnmounted() {
-  std::vector<std::string> names = record_.takeLeftBehind();
-  if (!names.empty()) {
+  leftUnmounted_ = record_.takeLeftBehind();
+  if (!leftUnmounted_.empty()) {
     log_.system(
         fmt::format("A firmware update did not end; these volumes may still be unmounted: {}",
-                    fmt::join(names, ", ")));
+                    fmt::join(leftUnmounted_, ", ")));
   }
-  return names;
+  return leftUnmounted_;
 }
 
 }  // namespace corvane

@@ -24,10 +24,14 @@ class Volumes {
   /// left unmounted, and returns their BSD names. They are told once.
   std::vector<std::string> tellLeftUnmounted();
 
+  /// What tellLeftUnmounted() found at the start. Belongs to the thread that called it.
+  const std::vector<std::string>& leftUnmounted() const { return leftUnmounted_; }
+
  private:
   DiskArbitration& diskArbitration_;
   Log& log_;
   UnmountedVolumesRecord record_;
+  std::vector<std::string> leftUnmounted_;
 };
 
 }  // namespace corvane

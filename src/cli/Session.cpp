@@ -46,10 +46,19 @@ void Session::discover() {
   bool discovered = false;
   app_->whenDiscovered([&discovered] { discovered = true; });
   app_->applicationDidFinishLaunching();
+  tellLeftUnmounted();
   const bool complete = runUntil([&discovered] { return discovered; }, discoveryLimit);
   app_->whenDiscovered(nullptr);
   if (!complete)
     printNote(context_, "discovery: a port has not been named yet: the list may not be whole");
+}
+
+void Session::tellLeftUnmounted() {
+  std::string names;
+  for (const std::string& name : app_->volumes().leftUnmounted()) names += " " + name;
+  if (names.empty()) return;
+  printNote(context_,
+            "a firmware update did not end; these volumes may still be unmounted:" + names);
 }
 
 int64_t Session::select(const std::string& label) {

@@ -55,6 +55,8 @@ class Session {
   static constexpr std::chrono::seconds discoveryLimit{60};
 
  private:
+  void tellLeftUnmounted();
+
   CommandContext& context_;
   PlainMainQueue mainQueue_;
   CommandPrompts prompts_;
