@@ -7,6 +7,7 @@
 
 #include "ui/Artwork.h"
 #include "ui/Bindings.h"
+#include "ui/DialogSize.h"
 #include "ui_AlertSheet.h"
 
 namespace corvane {
@@ -33,13 +34,13 @@ void AlertSheet::setContent(const AlertContent& content) {
   showButtons(content.buttons.empty() ? std::vector<AlertButton>{{tr("OK").toStdString()}}
                                       : content.buttons);
   if (!isWaiting()) ui_->progress->hide();
-  adjustSize();
+  fitToContent(*this);
 }
 
 void AlertSheet::setProgress(std::optional<double> fraction) {
   showProgress(*ui_->progress, fraction);
   ui_->progress->setVisible(isWaiting());
-  adjustSize();
+  fitToContent(*this);
 }
 
 bool AlertSheet::isWaiting() const {

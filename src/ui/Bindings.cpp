@@ -209,6 +209,7 @@ void bind(EntryField& control, QLineEdit& entry) {
 void showProgress(QProgressBar& bar, std::optional<double> fraction) {
   bar.setRange(0, fraction ? progressSteps : 0);
   if (fraction) bar.setValue(static_cast<int>(std::lround(*fraction * progressSteps)));
+  bar.repaint();
 }
 
 }  // namespace corvane

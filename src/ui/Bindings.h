@@ -49,7 +49,8 @@ void bind(ProgressIndicator& control, QProgressBar& bar);
 /// refused one leaves text and cursor where they were.
 void bind(EntryField& control, QLineEdit& entry);
 
-/// Shows how far some work is; nothing when it cannot be told.
+/// Shows how far some work is; nothing when it cannot be told. Draws at once, since the work may
+/// keep the main queue.
 void showProgress(QProgressBar& bar, std::optional<double> fraction);
 
 /// What tooltips show for a hint, which is plain text whatever it looks like.

@@ -21,8 +21,10 @@ HelpPopover::HelpPopover(TextField& content, QWidget* parent) : QDialog(parent, 
   text->setWordWrap(true);
   text->setMinimumWidth(fontMetrics().averageCharWidth() * charactersPerLine);
   text->setFocusPolicy(Qt::StrongFocus);
+  text->setMargin(margin);
+  text->setFrameStyle(QFrame::Box | QFrame::Plain);
   auto* const layout = new QVBoxLayout(this);
-  layout->setContentsMargins(margin, margin, margin, margin);
+  layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(text);
   bind(content, *text);
 }

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
+#include <QScreen>
 #include <QSettings>
 
 #include "AppDelegate.h"
@@ -18,14 +19,19 @@
 #include "ui/QtPrompts.h"
 #include "ui/QueueDepthSheet.h"
 #include "ui/SFPSheet.h"
+#include "ui/UpdateSheet.h"
 #include "ui/WindowBinding.h"
 #include "ui_MainWindow.h"
 
 namespace corvane {
 
 namespace {
-constexpr int sidebarWidth = 250;
-constexpr int detailWidth = 610;
+
+/// The size that the window opens with, in heights of a line: it grows with the letters.
+constexpr int linesWide = 57;
+constexpr int linesHigh = 37;
+constexpr int sidebarLinesWide = 15;
+
 }  // namespace
 
 MainWindow::MainWindow(AppDelegate& delegate, QtPrompts& prompts, QWidget* parent)
@@ -35,7 +41,9 @@ MainWindow::MainWindow(AppDelegate& delegate, QtPrompts& prompts, QWidget* paren
       ui_(std::make_unique<Ui::MainWindow>()) {
   ui_->setupUi(this);
   ui_->splitter->setStretchFactor(1, 1);
-  ui_->splitter->setSizes({sidebarWidth, detailWidth});
+  openAtFittingSize();
+  ui_->sidebar->setBackgroundRole(QPalette::Base);
+  ui_->sidebar->setAutoFillBackground(true);
   ui_->refreshButton->setIcon(artworkIcon("refresh.svg"));
   bindDeviceTable();
   bindPageBar(delegate.controls());
@@ -44,9 +52,20 @@ MainWindow::MainWindow(AppDelegate& delegate, QtPrompts& prompts, QWidget* paren
   bindSheets();
   connectMenus();
   ui_->deviceTable->setFocus();
+  InterfaceWindow& shown = delegate.mainWindow();
+  new ControlBinding(shown, *this, [this, &shown] { setVisible(shown.isShown()); });
 }
 
 MainWindow::~MainWindow() = default;
+
+void MainWindow::openAtFittingSize() {
+  const int line = fontMetrics().height();
+  const QSize wanted(linesWide * line, linesHigh * line);
+  resize(wanted.boundedTo(screen()->availableSize()));
+  ui_->refreshButton->setIconSize({line, line});
+  ui_->authView->setIconSize({line * 3 / 2, line * 3 / 2});
+  ui_->splitter->setSizes({sidebarLinesWide * line, (linesWide - sidebarLinesWide) * line});
+}
 
 void MainWindow::rememberGeometry(const QString& name) {
   geometryName_ = name;
@@ -93,6 +112,7 @@ void MainWindow::renderDeviceTable() {
     const QSignalBlocker quiet(ui_->deviceTable->selectionModel());
     rows_->reload();
   }
+  ui_->deviceTable->setMinimumWidth(ui_->deviceTable->sizeHintForColumn(0));
   ui_->deviceTable->setCurrentIndex(rows_->index(static_cast<int>(table.selectedRow())));
   ui_->deviceTable->viewport()->update();
 }
@@ -113,11 +133,23 @@ void MainWindow::bindBottomBar(MainWindowControls& controls) {
 }
 
 void MainWindow::bindPages(MainWindowControls& controls) {
+  connect(ui_->tabView, &QStackedWidget::currentChanged, this, &MainWindow::fitCurrentPage);
+  fitCurrentPage();
   bind(controls.tabView, *ui_->tabView);
   ui_->fibreChannelPortPage->bindTo(controls);
   ui_->fibreChannelDevicePage->bindTo(controls);
   ui_->tenGigabitPortPage->bindTo(controls);
   ui_->tenGigabitDevicePage->bindTo(controls);
+}
+
+// Only the page on show decides how much there is to scroll.
+void MainWindow::fitCurrentPage() {
+  for (int index = 0; index < ui_->tabView->count(); ++index) {
+    const bool shown = index == ui_->tabView->currentIndex();
+    const auto policy = shown ? QSizePolicy::Preferred : QSizePolicy::Ignored;
+    ui_->tabView->widget(index)->setSizePolicy(policy, policy);
+  }
+  ui_->tabView->adjustSize();
 }
 
 void MainWindow::bindSheets() {
@@ -133,6 +165,13 @@ void MainWindow::bindSheets() {
   FibreChannelPages& pages = delegate_.fibreChannelPages();
   bindWindow(pages.SFPHelp, ui_->fibreChannelPortPage->helpAnchor(), WindowForm::Popover,
              [&pages](QWidget* parent) { return new HelpPopover(pages.SFPHelpContent, parent); });
+  OnlineUpdate& update = delegate_.onlineUpdate();
+  bindWindow(update.controls().updateWindow, *this, WindowForm::Sheet,
+             [this, &update](QWidget* parent) {
+               auto* const sheet = new UpdateSheet(update, parent);
+               prompts_.setUpdateWindow(sheet);
+               return sheet;
+             });
   AboutDialog& about = delegate_.aboutDialog();
   bindWindow(about.window, *this, WindowForm::Window,
              [&about](QWidget* parent) { return new AboutWindow(about, parent); });

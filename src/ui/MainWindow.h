@@ -36,10 +36,12 @@ class MainWindow : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  void openAtFittingSize();
   void bindDeviceTable();
   void bindPageBar(MainWindowControls& controls);
   void bindBottomBar(MainWindowControls& controls);
   void bindPages(MainWindowControls& controls);
+  void fitCurrentPage();
   void bindSheets();
   void connectMenus();
   void renderDeviceTable();

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "ui/ControlBinding.h"
+#include "ui/DialogSize.h"
 
 namespace corvane {
 
@@ -38,13 +39,13 @@ class DialogView {
   }
 
   void setVisible(bool visible) {
+    if (visible) fitToContent(*dialog_);
     if (visible && form_ == WindowForm::Popover) placeBelowParent();
     dialog_->setVisible(visible);
   }
 
   // Kept on the screen where it would reach beyond its right or lower edge.
   void placeBelowParent() {
-    dialog_->adjustSize();
     const QRect screen = parent_.screen()->availableGeometry();
     QPoint place = parent_.mapToGlobal(QPoint(0, parent_.height() + 2));
     place.setX(std::min(place.x(), screen.right() - dialog_->width()));

@@ -7,6 +7,7 @@
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QTEST_DISABLE_STACK_DUMP", "1");
   QApplication application(argc, argv);
   QApplication::setOrganizationName("Velmar");
   QApplication::setApplicationName("CORVANE Utility");

@@ -1,0 +1,34 @@
+#include "ui/PasswordSheet.h"
+
+#include "ui/Artwork.h"
+#include "ui/DialogSize.h"
+#include "ui_PasswordSheet.h"
+
+namespace corvane {
+
+namespace {
+constexpr QSize iconSize{56, 56};
+}
+
+PasswordSheet::PasswordSheet(QWidget* parent)
+    : QDialog(parent, Qt::Sheet), ui_(std::make_unique<Ui::PasswordSheet>()) {
+  ui_->setupUi(this);
+  setWindowModality(Qt::WindowModal);
+  ui_->icon->setPixmap(artworkIcon("lock-closed.svg").pixmap(iconSize, devicePixelRatio()));
+  ui_->okButton->setEnabled(false);
+  connect(ui_->password, &QLineEdit::textChanged, this,
+          [this](const QString& text) { ui_->okButton->setEnabled(!text.isEmpty()); });
+  connect(ui_->okButton, &QPushButton::clicked, this, &QDialog::accept);
+  connect(ui_->cancelButton, &QPushButton::clicked, this, &QDialog::reject);
+  ui_->password->setFocus();
+  fitToContent(*this);
+}
+
+PasswordSheet::~PasswordSheet() = default;
+
+bool PasswordSheet::ask(QWidget* parent) {
+  PasswordSheet sheet(parent);
+  return sheet.exec() == QDialog::Accepted;
+}
+
+}  // namespace corvane

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+namespace Ui {
+class OnlineUpdate;
+}
+
+namespace corvane {
+
+class OnlineUpdate;
+class UpdateTableModel;
+
+/// The view of the update window.
+class UpdateSheet : public QDialog {
+  Q_OBJECT
+
+ public:
+  UpdateSheet(OnlineUpdate& controller, QWidget* parent);
+  ~UpdateSheet() override;
+
+ private:
+  void bindTable();
+  void renderTable();
+
+  OnlineUpdate& controller_;
+  std::unique_ptr<Ui::OnlineUpdate> ui_;
+  UpdateTableModel* rows_ = nullptr;
+  uint64_t shownGeneration_ = 0;
+};
+
+}  // namespace corvane

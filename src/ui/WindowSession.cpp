@@ -1,0 +1,77 @@
+#include "ui/WindowSession.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QMessageBox>
+
+#include "AppDelegate.h"
+#include "ui/BenchMenu.h"
+#include "ui/MainWindow.h"
+#include "ui/PasswordSheet.h"
+
+namespace corvane {
+
+WindowSession::WindowSession(const LaunchOptions& options, MainQueue& mainQueue)
+    : mainQueue_(mainQueue),
+      launch_(options, mainQueue, prompts_),
+      delegate_(std::make_unique<AppDelegate>(launch_.platform())),
+      window_(std::make_unique<MainWindow>(*delegate_, prompts_)) {
+  prompts_.setMainWindow(window_.get());
+  launch_.setPasswordPrompt([this] { return PasswordSheet::ask(window_.get()); });
+  connect(window_.get(), &MainWindow::openSupportFolderRequested, this,
+          &WindowSession::chooseSupportFolder);
+  window_->rememberGeometry(launch_.isReadOnly() ? "dumpWindow" : "mainWindow");
+  if (launch_.source().empty()) return;
+  const QFileInfo source(QString::fromStdString(launch_.source()));
+  window_->setWindowFilePath(source.filePath());
+  window_->setWindowTitle(launch_.isReadOnly()
+                              ? tr("%1 (read-only) - CORVANE Utility").arg(source.fileName())
+                              : tr("%1 - CORVANE Utility").arg(source.fileName()));
+  if (!launch_.isReadOnly()) addBenchMenu();
+}
+
+WindowSession::~WindowSession() {
+  dumps_.clear();
+  window_.reset();
+  delegate_.reset();
+  launch_.end();
+}
+
+void WindowSession::start() {
+  delegate_->applicationDidFinishLaunching();
+}
+
+void WindowSession::addBenchMenu() {
+  QMenuBar* const bar = window_->menuBar();
+  auto* const menu = new BenchMenu(launch_.source(), window_.get());
+  bar->insertMenu(bar->actions().back(), menu);
+}
+
+void WindowSession::chooseSupportFolder() {
+  auto* const panel = new QFileDialog(window_.get(), tr("Open Support Folder"));
+  panel->setObjectName("supportFolderPanel");
+  panel->setAttribute(Qt::WA_DeleteOnClose);
+  panel->setFileMode(QFileDialog::Directory);
+  panel->setOption(QFileDialog::ReadOnly);
+  connect(panel, &QFileDialog::fileSelected, this, &WindowSession::openDump);
+  panel->open();
+}
+
+void WindowSession::openDump(const QString& path) {
+  LaunchOptions options;
+  options.dump = path.toStdString();
+  try {
+    dumps_.push_back(std::make_unique<WindowSession>(options, mainQueue_));
+    dumps_.back()->start();
+  } catch (const LaunchFailure& failure) {
+    auto* const box =
+        new QMessageBox(QMessageBox::Warning, tr("Open Support Folder"),
+                        QString::fromStdString(failure.what()), QMessageBox::Ok, window_.get());
+    box->setInformativeText(QString::fromStdString(failure.hint()));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+  }
+}
+
+}  // namespace corvane

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QObject>
+#include <memory>
+#include <vector>
+
+#include "launch/Launch.h"
+#include "ui/QtPrompts.h"
+
+namespace corvane {
+
+class AppDelegate;
+class MainWindow;
+
+/// One window and all that stands behind it: the platform that the options choose, the
+/// application's controller on it, and the prompts. Main thread only.
+class WindowSession : public QObject {
+  Q_OBJECT
+
+ public:
+  /// The queue outlives the session. Throws LaunchFailure when there is nothing to run on.
+  WindowSession(const LaunchOptions& options, MainQueue& mainQueue);
+
+  /// Waits until nothing goes on in the background.
+  ~WindowSession() override;
+
+  WindowSession(const WindowSession&) = delete;
+  WindowSession& operator=(const WindowSession&) = delete;
+
+  /// Launches the application, which shows the window.
+  void start();
+
+  MainWindow& window() { return *window_; }
+  AppDelegate& delegate() { return *delegate_; }
+
+ private:
+  void addBenchMenu();
+  void chooseSupportFolder();
+  void openDump(const QString& path);
+
+  MainQueue& mainQueue_;
+  QtPrompts prompts_;
+  Launch launch_;
+  std::unique_ptr<AppDelegate> delegate_;
+  std::unique_ptr<MainWindow> window_;
+  std::vector<std::unique_ptr<WindowSession>> dumps_;  ///< the windows on dumps opened from here
+};
+
+}  // namespace corvane
