@@ -9,6 +9,7 @@
 #include "cli/SFPCommand.h"
 #include "cli/SetCommand.h"
 #include "cli/ShowCommand.h"
+#include "cli/UpdateCommand.h"
 #include "cli/WatchCommand.h"
 #include "launch/Launch.h"
 
@@ -36,6 +37,7 @@ void addCommands(CLI::App& app, CommandContext& context, const LaunchOptions& op
   addSFPCommand(app, context);
   addSetCommand(app, context, options);
   addFirmwareCommand(app, context, options);
+  addUpdateCommand(app, context, options);
   addArchiveCommand(app, context);
 }
 

@@ -1,0 +1,148 @@
+#include "ProgramFixture.h"
+#include "fakes/LoopbackServer.h"
+
+using namespace corvane;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+namespace {
+
+constexpr const char* eightGigabitName = "20:00:00:10:9B:00:00:10";
+constexpr const char* catalogueName = "/10.11/CorvaneOnlineInfo.plist";
+
+/// Runs `corvane update` on the demo bench.
+class UpdateCommandTest : public ProgramFixture {
+ protected:
+  UpdateCommandTest() : benchPath(bench("demo")) {}
+
+  ProgramAnswer update(const std::vector<std::string>& arguments) const {
+    std::vector<std::string> all = {"--bench", benchPath, "--journal", path("journal").string(),
+                                    "update"};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    return corvane(all);
+  }
+
+  void change(const std::vector<std::string>& arguments) const {
+    std::vector<std::string> all = {benchPath};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    const auto answer = run("corvane-bench", all);
+    ASSERT_EQ(answer.status, 0) << answer.errors;
+  }
+
+  /// What the journal holds of volumes, transfers and alerts, in order, repeats left out.
+  std::vector<std::string> steps() const {
+    std::vector<std::string> steps;
+    for (const auto& line : journal(path("journal"))) {
+      const std::string call = line["call"];
+      if (call == "unmount" || call == "mount") steps.push_back(call);
+      if (call == "userClient" && line["selector"] == 3) steps.push_back("transfer");
+      if (call == "alert") steps.push_back(line["message"]);
+    }
+    steps.erase(std::unique(steps.begin(), steps.end()), steps.end());
+    return steps;
+  }
+
+  const std::string benchPath;
+};
+
+TEST_F(UpdateCommandTest, ChecksTheShippedCatalogue) {
+  const auto answer = update({"check", "--json"});
+  ASSERT_EQ(answer.status, 0) << answer.errors;
+  const auto candidates = answer.json();
+  ASSERT_EQ(candidates.size(), 1U);
+  EXPECT_THAT(keysOf(candidates[0]),
+              ElementsAre("updateName", "deviceWWN", "currentVer", "updateDescription"));
+  EXPECT_EQ(candidates[0]["updateName"], "FW(8G) 20:00:00:10:9B:00:00:10(A - 1)");
+  EXPECT_EQ(candidates[0]["deviceWWN"], eightGigabitName);
+  EXPECT_EQ(candidates[0]["currentVer"], "11.4.204.0");
+}
+
+TEST_F(UpdateCommandTest, PrintsNothingButTheAnswer) {
+  const auto answer = update({"check"});
+  ASSERT_EQ(answer.status, 0) << answer.errors;
+  EXPECT_THAT(answer.output, HasSubstr("FW(8G)"));
+  EXPECT_THAT(answer.output, ::testing::Not(HasSubstr("PING")));
+}
+
+TEST_F(UpdateCommandTest, InstallsFirmwareWithTheVolumesOffline) {
+  const auto answer = update({"install", "--yes", "--json"});
+  ASSERT_EQ(answer.status, 0) << answer.errors;
+  EXPECT_EQ(answer.json()[0]["deviceWWN"], eightGigabitName);
+  EXPECT_THAT(steps(), ElementsAre("Wait", "unmount", "Wait", "transfer", "Finish", "mount"));
+  EXPECT_THAT(content(benchPath), HasSubstr("\"pendingFirmware\": \"11.4.204\""));
+}
+
+TEST_F(UpdateCommandTest, NothingIsInstalledWithoutAnAnswer) {
+  const auto answer = update({"install"});
+  EXPECT_EQ(answer.status, 1);
+  EXPECT_THAT(answer.errors, HasSubstr("--yes"));
+  EXPECT_TRUE(journal(path("journal")).empty());
+}
+
+TEST_F(UpdateCommandTest, OnlyChoosesByNameOrLabel) {
+  EXPECT_EQ(update({"install", "--yes", "--only", "A1"}).status, 0);
+  const auto other = update({"install", "--yes", "--only", "A - 2"});
+  EXPECT_EQ(other.status, 3);
+  EXPECT_THAT(other.errors, HasSubstr("no update for it"));
+  EXPECT_EQ(update({"install", "--yes", "--only", "Z9"}).status, 3);
+}
+
+TEST_F(UpdateCommandTest, InstallsSoftware) {
+  change({"set", "/application/version", "0.9.0.0"});
+  const auto answer = update({"install", "--yes", "--json"});
+  ASSERT_EQ(answer.status, 0) << answer.errors;
+  EXPECT_EQ(answer.json()[0]["updateName"], "CORVANE Utility");
+  EXPECT_TRUE(answer.json()[0]["deviceWWN"].is_null());
+  EXPECT_TRUE(steps().empty());
+}
+
+TEST_F(UpdateCommandTest, WithoutANetworkItFails) {
+  change({"fault", "no-network", "on"});
+  const auto answer = update({"check", "--json"});
+  EXPECT_EQ(answer.status, 1);
+  EXPECT_EQ(answer.json()["error"]["why"], "the network does not answer");
+}
+
+TEST_F(UpdateCommandTest, AnImageThatIsRefusedFails) {
+  change({"fault", "firmware-refused", "on"});
+  const auto answer = update({"install", "--yes"});
+  EXPECT_EQ(answer.status, 1);
+  EXPECT_THAT(answer.errors, HasSubstr("refused the image"));
+}
+
+TEST_F(UpdateCommandTest, AServerWithoutACatalogueFails) {
+  LoopbackServer server;
+  server.fail(catalogueName, 404);
+  const auto answer = update({"check", "--json", "--server", server.url()});
+  EXPECT_EQ(answer.status, 1);
+  EXPECT_EQ(answer.json()["error"]["what"], server.url(catalogueName));
+  EXPECT_THAT(answer.json()["error"]["why"].get<std::string>(), HasSubstr("404"));
+}
+
+TEST_F(UpdateCommandTest, APackageThatBreaksOffIsNotInstalled) {
+  LoopbackServer server;
+  server.serve(catalogueName,
+               content(std::string(CORVANE_SOURCE_DIR) + "/bench/update" + catalogueName));
+  server.cut("/10.11/Corvane2-FW-8G-11.4.204.pkg", "half a package", 33'804);
+  const auto answer = update({"install", "--yes", "--server", server.url() + "/"});
+  EXPECT_EQ(answer.status, 1);
+  EXPECT_THAT(answer.errors, HasSubstr("the download failed"));
+  EXPECT_THAT(steps(), ElementsAre("Wait", "unmount", "Wait", "Finish", "mount"));
+}
+
+TEST_F(UpdateCommandTest, AnUpToDateSystemIsAnEmptyList) {
+  LoopbackServer server;
+  server.serve(catalogueName,
+               "<plist version=\"1.0\"><dict><key>Rules</key><array/></dict></plist>");
+  const auto answer = update({"install", "--yes", "--json", "--server", server.url()});
+  EXPECT_EQ(answer.status, 0) << answer.errors;
+  EXPECT_TRUE(answer.json().empty());
+  EXPECT_THAT(answer.errors, HasSubstr("up to date"));
+}
+
+TEST_F(UpdateCommandTest, TheWrongCommandLineIsTold) {
+  EXPECT_EQ(update({}).status, 2);
+  EXPECT_EQ(update({"check", "--only", "A1"}).status, 2);
+}
+
+}  // namespace
