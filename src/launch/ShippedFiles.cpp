@@ -1,10 +1,9 @@
 #include "launch/ShippedFiles.h"
 
-#include <utility>
-#include <vector>
+#include <system_error>
 
 #ifdef __APPLE__
-#include <mach-o/dyld.h>
+#include "platform/macos/MacProgramPath.h"
 #endif
 
 namespace corvane {
@@ -20,11 +19,7 @@ constexpr int ancestorLimit = 5;
 
 files::path thisProgram() {
 #ifdef __APPLE__
-  std::vector<char> path(4096);
-  auto size = static_cast<uint32_t>(path.size());
-  if (_NSGetExecutablePath(path.data(), &size) != 0) return {};
-  std::error_code error;
-  return files::canonical(path.data(), error);
+  return macos::programPath();
 #else
   std::error_code error;
   return files::read_symlink("/proc/self/exe", error);
