@@ -164,9 +164,9 @@ TEST_F(OnlineUpdateBenchTest, WithoutANetworkNothingIsFetched) {
 }
 
 TEST_F(OnlineUpdateBenchTest, ADriverThatRefusesTheImageLeavesTheAdapterAsItWas) {
+  file_->update([](BenchState& bench) { bench.faults.insert("firmware-refused"); });
   launch();
   update().checkUpdate();
-  file_->update([](BenchState& bench) { bench.faults.insert("firmware-refused"); });
   installEverything();
   EXPECT_EQ(adapter(eightGigabitName).pendingFirmware, std::nullopt);
   EXPECT_EQ(prompts_.alerts.back().content.message, "Finish");
