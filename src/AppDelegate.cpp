@@ -14,10 +14,6 @@ namespace {
 
 constexpr int64_t tableRowHeight = 40;
 
-constexpr const char* administratorScript =
-    "do shell script \"chmod +s /usr/local/bin/corvaneutil \" with administrator privileges";
-constexpr const char* userCancelled = "User canceled.";
-
 }  // namespace
 
 AppDelegate::AppDelegate(const Platform& platform)
@@ -42,12 +38,14 @@ AppDelegate::AppDelegate(const Platform& platform)
                     {controls_, state_, volumes_, [this] { return device_->getBSDVolumeList(); },
                      [this] { return firmwareUpdate_.isRunning(); }}),
       tenGigabitPages_(platform, controls_, state_, [this] { return compareDriverVersion(); }),
+      logCollection_(platform, controls_),
+      administratorLock_(platform, controls_, tenGigabitPages_.command(),
+                         [this] { return compareDriverVersion(); }),
       self_(std::make_shared<AppDelegate*>(this)) {
   connectControls();
 }
 
 AppDelegate::~AppDelegate() {
-  platform_.authorization.setDelegate(nullptr);
   device_->stop();
   device_10GE_->stop();
 }
@@ -65,11 +63,11 @@ void AppDelegate::connectControls() {
 // The application's life.
 
 void AppDelegate::applicationDidFinishLaunching() {
-  setUpAuthorizationView();
+  administratorLock_.setUp();
   prepareControls();
   prepareUpdateAlert();
   registerForNotifications();
-  giveToolAdministratorRights();
+  administratorLock_.giveToolAdministratorRights();
   startMonitors();
   volumes_.tellLeftUnmounted();
 }
@@ -86,12 +84,6 @@ void AppDelegate::whenDiscovered(std::function<void()> discovered) {
 
 void AppDelegate::whenAdaptersChange(std::function<void(const AdapterEvent&)> followed) {
   followed_ = std::move(followed);
-}
-
-void AppDelegate::setUpAuthorizationView() {
-  platform_.authorization.setRight("system.privilege.admin");
-  platform_.authorization.updateStatus();
-  platform_.authorization.setString("TEST");
 }
 
 void AppDelegate::prepareControls() {
@@ -120,11 +112,6 @@ void AppDelegate::registerForNotifications() {
 void AppDelegate::observe(const std::string& name, Handler handler) {
   observations_.push_back(platform_.notifications.observe(
       name, [this, handler](const Notification& notification) { (this->*handler)(notification); }));
-}
-
-void AppDelegate::giveToolAdministratorRights() {
-  const ScriptResult result = platform_.scripts.run(administratorScript);
-  if (!result.succeeded && result.errorMessage == userCancelled) setUpAuthorizationView();
 }
 
 void AppDelegate::startMonitors() {

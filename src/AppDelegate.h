@@ -8,10 +8,12 @@
 #include <vector>
 
 #include "AboutDialog.h"
+#include "AdministratorLock.h"
 #include "ControllerState.h"
 #include "FCQDepthViewController.h"
 #include "FibreChannelPages.h"
 #include "FirmwareUpdate.h"
+#include "LogCollection.h"
 #include "MainWindowControls.h"
 #include "MatrixController.h"
 #include "OnlineUpdate/OnlineUpdate.h"
@@ -78,6 +80,8 @@ class AppDelegate {
   Volumes& volumes() { return volumes_; }
   FirmwareUpdate& firmwareUpdate() { return firmwareUpdate_; }
   OnlineUpdate& onlineUpdate() { return onlineUpdate_; }
+  LogCollection& logCollection() { return logCollection_; }
+  AdministratorLock& administratorLock() { return administratorLock_; }
 
   // The application's life.
 
@@ -135,12 +139,10 @@ class AppDelegate {
   using Handler = void (AppDelegate::*)(const Notification&);
 
   void connectControls();
-  void setUpAuthorizationView();
   void prepareControls();
   void prepareUpdateAlert();
   void registerForNotifications();
   void observe(const std::string& name, Handler handler);
-  void giveToolAdministratorRights();
   void startMonitors();
   void onMain(std::function<void(AppDelegate&)> work);
 
@@ -184,6 +186,8 @@ class AppDelegate {
   FirmwareUpdate firmwareUpdate_;
   OnlineUpdate onlineUpdate_;
   TenGigabitPages tenGigabitPages_;
+  LogCollection logCollection_;
+  AdministratorLock administratorLock_;
 
   std::vector<std::unique_ptr<Observation>> observations_;
   std::function<void()> discovered_;
