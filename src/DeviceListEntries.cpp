@@ -36,7 +36,8 @@ std::optional<DeviceListEntry> makeEntry(const Platform& platform,
 
   DeviceListEntry entry;
   entry.image = icon;
-  entry.WWN = info->port1Info.WWNN;
+  // A driver that does not answer keeps the adapter out of nothing: the registry names it as well.
+  entry.WWN = info->port1Info.WWNN.empty() ? info->deviceWWN : info->port1Info.WWNN;
   entry.Sequence = fmt::format("{} - {}", textOrNull(info->devicePort), info->deviceSequence);
   entry.obj = device;
   entry.Version = info->port1Info.fwVer;
