@@ -37,6 +37,7 @@ void AdministratorLock::setUp() {
   platform_.authorization.setRight(administratorRight);
   platform_.authorization.updateStatus();
   platform_.authorization.setString(rightName);
+  if (!hasView_) return;
   platform_.authorization.setDelegate(this);
   if (!platform_.authorization.isAuthorized()) close();
 }

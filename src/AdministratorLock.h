@@ -25,6 +25,10 @@ class AdministratorLock final : public AuthorizationDelegate {
   AdministratorLock& operator=(const AdministratorLock&) = delete;
   ~AdministratorLock() override;
 
+  /// For a face that has no lock view: no control is disabled for want of rights, and whoever
+  /// changes an adapter calls authorize() first. Set before setUp().
+  void useWithoutView() { hasView_ = false; }
+
   /// Gives the lock view the right that is asked for and shows its state.
   void setUp();
 
@@ -54,6 +58,7 @@ class AdministratorLock final : public AuthorizationDelegate {
   commandBody& command_;
   std::function<int64_t()> compareDriverVersion_;
   std::string closedHint_;
+  bool hasView_ = true;
 };
 
 }  // namespace corvane

@@ -7,6 +7,7 @@
 #include "DeviceMonitorCORVANE2_10GE/DeviceMonitorCORVANE2_10GE.h"
 #include "DeviceMonitorCORVANE2_8FC/DeviceMonitorCORVANE2.h"
 #include "DriverVersionComparison.h"
+#include "DumpPages.h"
 
 namespace corvane {
 
@@ -76,6 +77,13 @@ bool AppDelegate::applicationShouldHandleReopen(bool) {
   mainWindow_.load();
   mainWindow_.show();
   return true;
+}
+
+void AppDelegate::showAsDump(const std::string& reason) {
+  isDump_ = true;
+  administratorLock_.keepClosed(reason);
+  controls_.downloadLogs.setEnabled(false);
+  controls_.downloadLogs.setHint(reason);
 }
 
 void AppDelegate::whenDiscovered(std::function<void()> discovered) {
@@ -343,6 +351,7 @@ void AppDelegate::fillPortPage(int64_t portIndex) {
   } else {
     tenGigabitPages_.show10GportInfo(portIndex);
   }
+  if (isDump_) correctDumpedPort(portIndex);
 }
 
 void AppDelegate::fillDevicePage() {
@@ -350,6 +359,23 @@ void AppDelegate::fillDevicePage() {
     fibreChannelPages_.show8GDeviceInfo();
   } else {
     tenGigabitPages_.show10GDeviceInfo();
+  }
+  if (isDump_) correctDumpedDevice();
+}
+
+void AppDelegate::correctDumpedPort(int64_t portIndex) {
+  if (family() == AdapterFamily::FibreChannel) {
+    showDumpedFibreChannelPort(controls_, state_, portIndex);
+  } else {
+    showDumpedTenGigabitPort(controls_);
+  }
+}
+
+void AppDelegate::correctDumpedDevice() {
+  if (family() == AdapterFamily::FibreChannel) {
+    showDumpedFibreChannelDevice(controls_, state_);
+  } else {
+    showDumpedTenGigabitDevice(controls_);
   }
 }
 

@@ -90,6 +90,11 @@ class AppDelegate {
   /// Makes the main window visible again; true.
   bool applicationShouldHandleReopen(bool hasVisibleWindows);
 
+  /// For a computer of which there is a registry dump only: keeps every changing control disabled,
+  /// with `reason` as its hint, and says of what no driver can tell that it is not in the dump. Set
+  /// it before the launch.
+  void showAsDump(const std::string& reason);
+
   /// `discovered` is called on the main queue once both monitors have started or failed to, after
   /// the adapters that were attached by then have been listed. Set it before the launch.
   void whenDiscovered(std::function<void()> discovered);
@@ -164,6 +169,8 @@ class AppDelegate {
   void showDevicePage();
   void fillPortPage(int64_t portIndex);
   void fillDevicePage();
+  void correctDumpedPort(int64_t portIndex);
+  void correctDumpedDevice();
   void markPageButton(PageButtonTag shown);
   void setUsablePorts(bool port1, bool port2);
   bool isDevicePageShown() const;
@@ -193,6 +200,7 @@ class AppDelegate {
   std::function<void()> discovered_;
   std::function<void(const AdapterEvent&)> followed_;
   int monitorsStarting_ = 2;
+  bool isDump_ = false;
   bool firstRowAwaited_ = false;
   bool port1Usable_ = true;  ///< whether the adapter on show has that port's page
   bool port2Usable_ = true;

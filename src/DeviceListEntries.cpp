@@ -36,8 +36,8 @@ std::optional<DeviceListEntry> makeEntry(const Platform& platform,
 
   DeviceListEntry entry;
   entry.image = icon;
-  // A driver that does not answer keeps the adapter out of nothing: the registry names it as well.
-  entry.WWN = info->port1Info.WWNN.empty() ? info->deviceWWN : info->port1Info.WWNN;
+  // The registry names an adapter whose driver does not answer.
+  entry.WWN = info->port1Info.answered ? info->port1Info.WWNN : info->deviceWWN;
   entry.Sequence = fmt::format("{} - {}", textOrNull(info->devicePort), info->deviceSequence);
   entry.obj = device;
   entry.Version = info->port1Info.fwVer;

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/AdapterReport.h"
+#include "cli/DumpReport.h"
 #include "cli/Session.h"
 
 namespace corvane {
@@ -16,6 +17,10 @@ void listAdapters(CommandContext& context, const LaunchOptions& options) {
   auto entries = nlohmann::ordered_json::array();
   for (const auto& entry : session.app().state().CorvaneList.entries())
     entries.push_back(entryFields(entry));
+  if (session.isDump()) {
+    for (auto& entry : entries) keepWhatDumpTells(entry);
+    if (!context.json) nameWhatIsMissing(entries);
+  }
   printAnswer(context, entries);
 }
 

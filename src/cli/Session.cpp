@@ -35,7 +35,10 @@ Session::Session(CommandContext& context, const LaunchOptions& options)
     : context_(context),
       prompts_(context, mainQueue_),
       launch_(launch(options, context, mainQueue_, prompts_)),
-      app_(std::make_unique<AppDelegate>(launch_->platform())) {}
+      app_(std::make_unique<AppDelegate>(launch_->platform())) {
+  app_->administratorLock().useWithoutView();
+  if (launch_->isReadOnly()) app_->showAsDump("A dump cannot be changed.");
+}
 
 Session::~Session() {
   app_.reset();
@@ -49,6 +52,8 @@ void Session::discover() {
   tellLeftUnmounted();
   const bool complete = runUntil([&discovered] { return discovered; }, discoveryLimit);
   app_->whenDiscovered(nullptr);
+  const std::string remark = launch_->remark();
+  if (!remark.empty()) printNote(context_, launch_->source() + ": " + remark);
   if (!complete)
     printNote(context_, "discovery: a port has not been named yet: the list may not be whole");
 }

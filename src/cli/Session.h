@@ -32,6 +32,9 @@ class Session {
   CommandPrompts& prompts() { return prompts_; }
   const Platform& platform() const { return launch_->platform(); }
 
+  /// Whether it runs on a registry dump, in which no driver answers.
+  bool isDump() const { return launch_->isReadOnly(); }
+
   /// Launches the application and returns once the adapters attached are listed. A port that keeps
   /// the monitors waiting is waited for discoveryLimit; a note then tells that the list may not be
   /// whole.

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "cli/AdapterReport.h"
+#include "cli/DumpReport.h"
 #include "cli/Session.h"
 
 namespace corvane {

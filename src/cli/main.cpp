@@ -6,6 +6,7 @@
 #include "cli/CommandOutput.h"
 #include "cli/FirmwareCommand.h"
 #include "cli/ListCommand.h"
+#include "cli/LogsCommand.h"
 #include "cli/SFPCommand.h"
 #include "cli/SetCommand.h"
 #include "cli/ShowCommand.h"
@@ -34,6 +35,7 @@ void addCommands(CLI::App& app, CommandContext& context, const LaunchOptions& op
   addListCommand(app, context, options);
   addShowCommand(app, context, options);
   addWatchCommand(app, context, options);
+  addLogsCommand(app, context, options);
   addSFPCommand(app, context);
   addSetCommand(app, context, options);
   addFirmwareCommand(app, context, options);

@@ -95,6 +95,10 @@ bool Launch::isReadOnly() const {
   return parts_->computer->isReadOnly();
 }
 
+std::string Launch::remark() const {
+  return parts_->computer->remark();
+}
+
 void Launch::setPasswordPrompt(std::function<bool()> ask) {
   parts_->computer->setPasswordPrompt(std::move(ask));
 }

@@ -41,6 +41,9 @@ class Launch {
   /// Whether nothing can be changed.
   bool isReadOnly() const;
 
+  /// What of a dump could not be read, in one sentence; empty for nothing.
+  std::string remark() const;
+
   /// How a bench's lock view asks for the administrator's password: `ask` waits and returns whether
   /// one was given. Without it the right is granted.
   void setPasswordPrompt(std::function<bool()> ask);

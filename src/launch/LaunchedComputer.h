@@ -20,6 +20,9 @@ class LaunchedComputer {
   /// Whether nothing can be changed.
   virtual bool isReadOnly() const { return false; }
 
+  /// What could not be read of it, in one sentence; empty for nothing.
+  virtual std::string remark() const { return {}; }
+
   /// How the lock view asks for the administrator's password, where the computer has no way of its
   /// own.
   virtual void setPasswordPrompt(std::function<bool()>) {}

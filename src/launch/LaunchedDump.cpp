@@ -29,10 +29,13 @@ class ProgramBundle final : public Bundles {
   }
 };
 
+/// Nothing changes in a dump, so whoever waits for a change waits in vain.
+constexpr double dumpClockRate = 1e6;
+
 class LaunchedDump final : public LaunchedComputer {
  public:
   LaunchedDump(SupportMaterial material, const LaunchHost& host)
-      : dispatch_(host.mainQueue),
+      : dispatch_(host.mainQueue, dumpClockRate),
         dump_(std::move(material),
               {runLoops_, dispatch_, notifications_, application_, host.log, host.prompts}) {}
   LaunchedDump(const LaunchedDump&) = delete;
@@ -41,6 +44,7 @@ class LaunchedDump final : public LaunchedComputer {
 
   Platform platform() override { return dump_.platform(); }
   bool isReadOnly() const override { return true; }
+  std::string remark() const override { return dump_.dump().problems().summary(); }
   void end() override {
     runLoops_.stopAll();
     dispatch_.end();

@@ -18,14 +18,19 @@ constexpr const char* lockedHint = "Click the lock to make changes.";
 
 class AdministratorLockTest : public testing::Test {
  protected:
-  AdministratorLockTest() { setCoalescing(true); }
+  AdministratorLockTest() {
+    fakes.paths.scratchFile = testing::TempDir() + "corvane-lock-scratch-" +
+                              std::to_string(reinterpret_cast<uintptr_t>(this));
+    setCoalescing(true);
+  }
   ~AdministratorLockTest() override { std::filesystem::remove(fakes.paths.scratchFile); }
 
   /// Whether the installed driver knows receive-side coalescing: what the utility then prints.
   void setCoalescing(bool known) {
-    fakes.paths.scratchFile = testing::TempDir() + "corvane-lock-scratch-" +
-                              testing::UnitTest::GetInstance()->current_test_info()->name();
-    std::ofstream(fakes.paths.scratchFile) << (known ? "RSCEnable=0x00000001\n" : "");
+    fakes.shell.answer = [this, known](const std::string&) {
+      std::ofstream(fakes.paths.scratchFile) << (known ? "RSCEnable=0x00000001\n" : "");
+      return 0;
+    };
   }
 
   std::vector<Control*> guarded() {
@@ -109,7 +114,6 @@ INSTANTIATE_TEST_SUITE_P(Comparisons, TooOldDriver, testing::Values(1, 2));
 
 TEST_F(AdministratorLockTest, HidesCoalescingThatTheDriverDoesNotKnow) {
   setCoalescing(false);
-  commandBody asking(fakes.shell, fakes.paths);
   lock.setUp();
   controls.authView.click();
   EXPECT_TRUE(controls.enableRSC.isHidden());
@@ -137,6 +141,15 @@ TEST_F(AdministratorLockTest, StaysClosedWhenTheUserRefuses) {
   EXPECT_THAT(enabledOnes(), IsEmpty());
   EXPECT_FALSE(controls.authView.isOn());
   EXPECT_THAT(fakes.shell.lines(), IsEmpty());
+}
+
+TEST_F(AdministratorLockTest, LeavesTheControlsAloneWithoutAView) {
+  lock.useWithoutView();
+  lock.setUp();
+  EXPECT_EQ(enabledOnes().size(), guarded().size());
+  EXPECT_TRUE(lock.authorize());
+  EXPECT_THAT(fakes.shell.lines(), IsEmpty());
+  EXPECT_EQ(fakes.authorization.delegate, nullptr);
 }
 
 TEST_F(AdministratorLockTest, NamesTheRightBeforeItAsks) {
