@@ -147,8 +147,9 @@ CorvaneAPI::CorvaneAPI(UserClient& userClient, Dispatch& dispatch, Log& log)
 void CorvaneAPI::GetCorvaneInfoFunction(RegistryHandle service) {
   const std::array<uint8_t, PortInfoStruct::size> input{};
   std::array<uint8_t, PortInfoStruct::size> output{};
-  answered = DriverConnection(userClient_, service)
-                 .call(FibreChannelSelector::ReadPortInformation, input, output) == statusSuccess;
+  hasInformation =
+      DriverConnection(userClient_, service)
+          .call(FibreChannelSelector::ReadPortInformation, input, output) == statusSuccess;
 
   const StructureReader reply(output);
   pcivendor = reply.number(PortInfoStruct::pciVendor);

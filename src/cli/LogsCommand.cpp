@@ -32,7 +32,7 @@ LogCollectionResult collect(Session& session, CommandContext& context) {
   session.runUntil([&result] { return result.has_value(); });
   progress.observe({});
   collection.whenFinished({});
-  return result.value_or(LogCollectionResult{.cancelled = true});
+  return result.value_or(LogCollectionResult{{}, true, {}});
 }
 
 /// The folder as a person finds it, whose name the shell was given with "~".
