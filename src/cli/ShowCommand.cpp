@@ -29,7 +29,11 @@ void showAdapter(CommandContext& context, const LaunchOptions& options, const st
   Session session(context, options);
   session.discover();
   session.select(label);
-  const auto answer = adapterFields(session.app());
+  auto answer = adapterFields(session.app());
+  if (session.isDump()) {
+    keepWhatDumpTellsOfAdapter(answer);
+    if (!context.json) nameWhatIsMissing(answer);
+  }
   printAnswer(context, context.json ? answer : portByPort(answer));
 }
 

@@ -21,6 +21,7 @@ WindowSession::WindowSession(const LaunchOptions& options, MainQueue& mainQueue)
   launch_.setPasswordPrompt([this] { return PasswordSheet::ask(window_.get()); });
   connect(window_.get(), &MainWindow::openSupportFolderRequested, this,
           &WindowSession::chooseSupportFolder);
+  if (launch_.isReadOnly()) delegate_->showAsDump("A registry dump cannot be changed.");
   window_->rememberGeometry(launch_.isReadOnly() ? "dumpWindow" : "mainWindow");
   if (launch_.source().empty()) return;
   const QFileInfo source(QString::fromStdString(launch_.source()));
