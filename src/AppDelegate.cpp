@@ -145,7 +145,9 @@ void AppDelegate::onMain(std::function<void(AppDelegate&)> work) {
 void AppDelegate::corvane2Appeared(const Notification& notification) {
   const auto adapter = device_->getDevice(notification.object);
   if (!adapter) return;
-  arrived(notification, makeEntry(platform_, adapter, iconOfNotification(notification.name)));
+  auto entry = makeEntry(platform_, adapter, iconOfNotification(notification.name));
+  if (isDump_ && entry) entry->WWN = adapter->nodeWWN().value_or("");
+  arrived(notification, std::move(entry));
 }
 
 void AppDelegate::corvane2Appeared_10GE(const Notification& notification) {

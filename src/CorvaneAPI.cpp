@@ -147,9 +147,8 @@ CorvaneAPI::CorvaneAPI(UserClient& userClient, Dispatch& dispatch, Log& log)
 void CorvaneAPI::GetCorvaneInfoFunction(RegistryHandle service) {
   const std::array<uint8_t, PortInfoStruct::size> input{};
   std::array<uint8_t, PortInfoStruct::size> output{};
-  hasInformation =
-      DriverConnection(userClient_, service)
-          .call(FibreChannelSelector::ReadPortInformation, input, output) == statusSuccess;
+  DriverConnection(userClient_, service)
+      .call(FibreChannelSelector::ReadPortInformation, input, output);
 
   const StructureReader reply(output);
   pcivendor = reply.number(PortInfoStruct::pciVendor);

@@ -25,7 +25,6 @@ class CorvaneAPI {
   CorvaneAPI(UserClient& userClient, Dispatch& dispatch, Log& log);
 
   // Filled by GetCorvaneInfoFunction.
-  bool hasInformation = false;   ///< whether the driver gave what follows; else it is all zeros
   uint64_t linkState = 0;        ///< 0 link up, anything else no link
   uint64_t portSpeed = 0;        ///< speed of the link in Mb/s; 0 automatic or unknown
   uint64_t settingSpeed = 0;     ///< configured speed in Mb/s; 0 automatic

@@ -36,8 +36,7 @@ std::optional<DeviceListEntry> makeEntry(const Platform& platform,
 
   DeviceListEntry entry;
   entry.image = icon;
-  // The registry names an adapter whose driver does not answer.
-  entry.WWN = info->port1Info.hasInformation ? info->port1Info.WWNN : info->deviceWWN;
+  entry.WWN = info->port1Info.WWNN;
   entry.Sequence = fmt::format("{} - {}", textOrNull(info->devicePort), info->deviceSequence);
   entry.obj = device;
   entry.Version = info->port1Info.fwVer;

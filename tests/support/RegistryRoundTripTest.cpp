@@ -94,6 +94,7 @@ Rows listedIn(RegistryDump dump) {
       {"ioreg.txt", std::move(dump), {}},
       {fakes.runLoops, dispatch, fakes.notifications, fakes.bundles, fakes.log, fakes.prompts});
   AppDelegate app(platform.platform());
+  app.showAsDump("A dump cannot be changed.");
   app.applicationDidFinishLaunching();
   dispatch.advance(std::chrono::minutes(5));
   Rows rows;
