@@ -38,8 +38,7 @@ QString detail(const QWidget& widget) {
 
 }  // namespace
 
-EditActions::EditActions(const Actions& actions, QObject* parent)
-    : QObject(parent), actions_(actions) {
+EditActions::EditActions(const Actions& actions) : actions_(actions) {
   connect(actions_.cut, &QAction::triggered, this, [] { call("cut"); });
   connect(actions_.paste, &QAction::triggered, this, [] { call("paste"); });
   connect(actions_.selectAll, &QAction::triggered, this, [] { call("selectAll"); });

@@ -19,7 +19,8 @@ class EditActions : public QObject {
     QAction* selectAll;
   };
 
-  EditActions(const Actions& actions, QObject* parent);
+  /// The actions outlive the object.
+  explicit EditActions(const Actions& actions);
 
  private:
   void follow(QWidget* focus);

@@ -178,7 +178,8 @@ void MainWindow::bindSheets() {
 }
 
 void MainWindow::connectMenus() {
-  new EditActions({ui_->actionCut, ui_->actionCopy, ui_->actionPaste, ui_->actionSelectAll}, this);
+  editActions_ = std::make_unique<EditActions>(EditActions::Actions{
+      ui_->actionCut, ui_->actionCopy, ui_->actionPaste, ui_->actionSelectAll});
   connect(ui_->actionCopyDetails, &QAction::triggered, this, &MainWindow::copyDetails);
   connect(ui_->actionOpenSupportFolder, &QAction::triggered, this,
           &MainWindow::openSupportFolderRequested);

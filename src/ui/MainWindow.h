@@ -12,6 +12,7 @@ namespace corvane {
 class AppDelegate;
 class DeviceListModel;
 class DeviceRowDelegate;
+class EditActions;
 class QtPrompts;
 struct MainWindowControls;
 
@@ -50,6 +51,7 @@ class MainWindow : public QMainWindow {
   AppDelegate& delegate_;
   QtPrompts& prompts_;
   std::unique_ptr<Ui::MainWindow> ui_;
+  std::unique_ptr<EditActions> editActions_;  ///< gone before the actions and what has the focus
   DeviceListModel* rows_ = nullptr;
   DeviceRowDelegate* rowDelegate_ = nullptr;
   uint64_t shownGeneration_ = 0;

@@ -46,13 +46,19 @@ class BenchWindow {
   BenchWindow(const BenchWindow&) = delete;
   BenchWindow& operator=(const BenchWindow&) = delete;
 
-  /// Waits until the adapters that were plugged in at the start are listed and shown: the table is
-  /// reloaded once at the launch and once for each.
+  /// Waits until the adapters that were plugged in at the start are listed and the first one is
+  /// shown: the table is reloaded once at the launch and once for each, and selected after that.
   bool isDiscovered() {
     const auto attached = static_cast<uint64_t>(file_.load().adapters.size());
-    return QTest::qWaitFor(
-        [this, attached] { return discovered_ && controls().deviceTable.generation() > attached; },
+    const TableView& table = controls().deviceTable;
+    const bool isListed = QTest::qWaitFor(
+        [this, attached, &table] {
+          return discovered_ && table.generation() > attached &&
+                 (attached == 0 || table.selectedRow() >= 0);
+        },
         20000);
+    QCoreApplication::processEvents();
+    return isListed;
   }
 
   MainWindow& window() { return *window_; }
