@@ -1,5 +1,5 @@
 #!/bin/sh
-# Takes the pictures of docs/screenshots from the window on the demo bench, light and dark.
+# Takes the pictures of docs/screenshots from the window on the demo bench.
 #
 #   docs/make-screenshots.sh [BUILD]     BUILD is a build tree, build/dev if not given
 set -eu
@@ -15,4 +15,8 @@ mkdir "$work/shots"
 "$build/bin/window_screenshots" "$work/demo.json" "$work/shots"
 "$build/bin/window_screenshots" "$work/demo.json" "$work/shots" --dark
 mkdir -p docs/screenshots
-cp "$work"/shots/*.png docs/screenshots/
+keep() { cp "$work/shots/$1.png" "docs/screenshots/$2.png"; }
+keep corvane2-16g-fc-port main-window
+keep corvane3-f2-port-dark fibre-channel-port-dark
+keep corvane2-16g-fc-device fibre-channel-device
+keep corvane2-10g-sfp+-port ethernet-port
