@@ -174,6 +174,7 @@ void AppDelegate::corvane2Disappeared_10GE(const Notification& notification) {
 
 void AppDelegate::departed(const Notification& notification, std::vector<DeviceListEntry> entries) {
   std::vector<AdapterEvent> events;
+  events.reserve(entries.size());
   for (auto& entry : entries) events.push_back({notification, std::move(entry)});
   onMain([events = std::move(events)](AppDelegate& self) { self.showDeparture(events); });
 }

@@ -25,7 +25,7 @@ void announce(callbackRef_10GE& reference, const Corvane2Device_10GE& device, co
       device.fuckPcidebug().value_or(""));
 }
 
-void takeArrived(callbackRef_10GE& reference, std::shared_ptr<SEPort> port) {
+void takeArrived(callbackRef_10GE& reference, const std::shared_ptr<SEPort>& port) {
   if (!port->pciDebug()) return;
   saveFUCKsmalltree(addressOf(*port), *port->pciDebug());
   if (const auto device = reference.deviceList->find(*port->pciDebug())) {

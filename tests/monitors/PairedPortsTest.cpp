@@ -37,8 +37,7 @@ class TenGigabitPairTest : public ::testing::Test {
                                             {{"pcidebug", PropertyValue(bus + ":0:0")}});
     const auto service = fake.registry.add(
         function, "port", {{"IOMACAddress", PropertyValue::Data{0, 0x1b, 0x21, 0, 0, address}}});
-    return std::make_shared<SEPort>(fake.platform(), fake.registry.give(service),
-                                    StopToken());
+    return std::make_shared<SEPort>(fake.platform(), fake.registry.give(service), StopToken());
   }
 
   ManualDispatch dispatch;
