@@ -1,13 +1,9 @@
 # What `cmake --install` puts where on Linux, and the Debian package made of it.
 
-set(CORVANE_PRIVATE_PROGRAMS "${CMAKE_INSTALL_LIBEXECDIR}/corvane/bench-tools")
-
 install(TARGETS corvane corvane-bench RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 if(CORVANE_BUILD_WINDOW)
   install(TARGETS corvane-utility RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endif()
-install(DIRECTORY "${CMAKE_BINARY_DIR}/bin/bench-tools/" DESTINATION "${CORVANE_PRIVATE_PROGRAMS}"
-        USE_SOURCE_PERMISSIONS)
 install(DIRECTORY "${CMAKE_SOURCE_DIR}/bench/" DESTINATION "${CMAKE_INSTALL_DATADIR}/corvane/bench"
         PATTERN "*.files" EXCLUDE
         PATTERN "*.lock" EXCLUDE)
