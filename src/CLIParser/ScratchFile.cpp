@@ -40,7 +40,14 @@ int closed(int descriptor) {
   return -1;
 }
 
+/// A device is nobody's leavings: taking it away would harm the whole computer.
+bool isDevice(const std::string& path) {
+  struct stat status {};
+  return lstat(path.c_str(), &status) == 0 && (S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode));
+}
+
 int openOwnFile(const std::string& path) {
+  if (isDevice(path)) return -1;
   const int descriptor = openWithoutFollowing(path, 0);
   if (descriptor >= 0 && isOwnFile(descriptor)) return descriptor;
   closed(descriptor);

@@ -1,8 +1,10 @@
 #include "CLIParser/ScratchFile.h"
 
 #include <gtest/gtest.h>
+
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <filesystem>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -56,6 +58,12 @@ TEST_F(ScratchFileTest, HoldsWhatACommandWroteByPathAndStays) {
     EXPECT_EQ(file.contents(), std::string("a\0b\n", 4) + std::string(10000, 'x'));
   }
   EXPECT_TRUE(std::filesystem::exists(path));
+}
+
+TEST_F(ScratchFileTest, ADeviceIsNeverTakenAway) {
+  const ScratchFile scratch("/dev/full");
+  EXPECT_FALSE(scratch.isOpen());
+  EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
 }
 
 TEST_F(ScratchFileTest, ALinkIsReplacedAndItsTargetIsLeftAlone) {

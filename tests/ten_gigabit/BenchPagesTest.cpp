@@ -58,6 +58,7 @@ class BenchPagesTest : public testing::Test {
     application = std::make_unique<AppDelegate>(journal->platform());
     application->applicationDidFinishLaunching();
     ASSERT_TRUE(mainQueue.runUntil([this] { return controls().MTUvalue.text() != ""; }, patience));
+    ASSERT_TRUE(application->administratorLock().authorize());
     forgetLines();
   }
 
@@ -239,6 +240,7 @@ TEST_F(BenchPagesTest, RubbishFromTheToolIsShownAsNothing) {
   BenchState state = computerWith(corvane2_10G_SFP);
   state.faults = {"tool-rubbish"};
   launch(state);
+  controls().refreshButton.click();  // Opening the lock had enabled what the page had disabled.
   EXPECT_EQ(controls().enStatus.text(), "10GbaseT");
   EXPECT_FALSE(controls().enableRSC.isEnabled());
   EXPECT_EQ(controls().settingMode.plainValue(), "Custom");

@@ -1,6 +1,7 @@
 #include "platform/posix/ThreadDispatch.h"
 
 #include <exception>
+#include <map>
 #include <utility>
 
 namespace corvane {
@@ -16,8 +17,22 @@ struct ThreadDispatch::State {
   std::mutex mutex;  ///< guards everything below
   std::condition_variable changed;
   std::deque<std::function<void()>> work;
+  /// What waits on the main queue. That queue outlives the dispatch, so it holds numbers only, and
+  /// the work itself goes when the dispatch ends, while what the work refers to is still there.
+  std::map<uint64_t, std::function<void()>> mainWork;
+  uint64_t nextMainWork = 0;
   size_t idleThreads = 0;
   bool ended = false;
+
+  /// The work of that number; empty when it was dropped.
+  std::function<void()> takeMainWork(uint64_t number) {
+    const std::lock_guard lock(mutex);
+    const auto found = mainWork.find(number);
+    if (found == mainWork.end()) return {};
+    std::function<void()> taken = std::move(found->second);
+    mainWork.erase(found);
+    return taken;
+  }
 };
 
 class ThreadDispatch::Group final : public DispatchGroup {
@@ -74,25 +89,31 @@ ThreadDispatch::~ThreadDispatch() {
 
 void ThreadDispatch::end() {
   std::deque<std::function<void()>> dropped;
+  std::map<uint64_t, std::function<void()>> droppedMain;
   std::vector<std::thread> threads;
   {
     const std::lock_guard lock(state_->mutex);
     state_->ended = true;
     dropped.swap(state_->work);
+    droppedMain.swap(state_->mainWork);
     threads.swap(threads_);
     state_->changed.notify_all();
   }
   dropped.clear();
+  droppedMain.clear();
   for (std::thread& thread : threads) thread.join();
 }
 
 void ThreadDispatch::asyncMain(std::function<void()> work) {
-  mainQueue_.post([state = state_, work = std::move(work)] {
-    {
-      const std::lock_guard lock(state->mutex);
-      if (state->ended) return;
-    }
-    work();
+  uint64_t number = 0;
+  {
+    const std::lock_guard lock(state_->mutex);
+    if (state_->ended) return;
+    number = state_->nextMainWork++;
+    state_->mainWork.emplace(number, std::move(work));
+  }
+  mainQueue_.post([state = state_, number] {
+    if (const auto taken = state->takeMainWork(number)) taken();
   });
 }
 
@@ -103,7 +124,8 @@ void ThreadDispatch::syncMain(std::function<void()> work) {
   }
   enum class Stage { Posted, Running, Done, GivenUp };
   const auto stage = std::make_shared<Stage>(Stage::Posted);
-  mainQueue_.post([state = state_, stage, work = std::move(work)] {
+  // The caller stays until the work has run or was given up, so the work can stay with the caller.
+  mainQueue_.post([state = state_, stage, &work] {
     {
       const std::lock_guard lock(state->mutex);
       if (*stage == Stage::GivenUp) return;
