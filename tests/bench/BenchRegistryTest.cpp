@@ -218,9 +218,17 @@ TEST_F(BenchRegistryTest, HandlesAreReleasedExactlyOnceOverManyCycles) {
   {
     BenchTestMonitor monitor(registry, "com.velmar.Corvane2-FC");
     constexpr size_t cycles = 50;
+    // An entry that arrived and went before its callback ran has no parent any more, so each change
+    // is waited for.
+    size_t eventsExpected = monitor.events().size();
+    const auto seen = [&] { return monitor.events().size() >= eventsExpected; };
     for (size_t cycle = 1; cycle <= cycles; ++cycle) {
       change([](BenchState& changed) { unplugAdapter(changed.adapters[0]); });
+      eventsExpected += 2;
+      ASSERT_TRUE(eventually(seen));
       change([](BenchState& changed) { plugAdapter(changed, "Corvane2 8G FC", 1, 1, {}); });
+      eventsExpected += 2;
+      ASSERT_TRUE(eventually(seen));
     }
     ASSERT_TRUE(eventually([&] {
       const auto events = monitor.events();
