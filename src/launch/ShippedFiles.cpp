@@ -13,7 +13,7 @@ namespace {
 namespace files = std::filesystem;
 
 /// What tells a folder of benches from any other folder of that name.
-constexpr const char* demoBench = "demo.json";
+constexpr const char* demoBenchFile = "demo.json";
 /// How far above its programs the sources of a build tree are looked for.
 constexpr int ancestorLimit = 5;
 
@@ -28,7 +28,7 @@ files::path thisProgram() {
 
 bool isBenchFolder(const files::path& folder) {
   std::error_code error;
-  return files::is_regular_file(folder / demoBench, error);
+  return files::is_regular_file(folder / demoBenchFile, error);
 }
 
 std::optional<files::path> folderIfThere(const files::path& folder) {

@@ -13,7 +13,7 @@
 namespace corvane {
 
 namespace {
-constexpr QSize iconSize{56, 56};
+constexpr QSize alertIconSize{56, 56};
 }
 
 AlertSheet::AlertSheet(QWidget* parent)
@@ -68,11 +68,11 @@ void AlertSheet::showIcon(const std::string& fileName) {
   movie_ = nullptr;
   if (animation.isEmpty()) {
     const std::string name = fileName.empty() ? "corvane.icns" : fileName;
-    ui_->icon->setPixmap(artworkIcon(name).pixmap(iconSize, devicePixelRatio()));
+    ui_->icon->setPixmap(artworkIcon(name).pixmap(alertIconSize, devicePixelRatio()));
     return;
   }
   movie_ = new QMovie(animation, {}, this);
-  movie_->setScaledSize(iconSize);
+  movie_->setScaledSize(alertIconSize);
   ui_->icon->setMovie(movie_);
   movie_->start();
 }

@@ -9,7 +9,7 @@ namespace corvane {
 
 namespace {
 constexpr int charactersPerLine = 60;
-constexpr int margin = 16;
+constexpr int popoverMargin = 16;
 }  // namespace
 
 HelpPopover::HelpPopover(TextField& content, QWidget* parent) : QDialog(parent, Qt::Popup) {
@@ -21,7 +21,7 @@ HelpPopover::HelpPopover(TextField& content, QWidget* parent) : QDialog(parent, 
   text->setWordWrap(true);
   text->setMinimumWidth(fontMetrics().averageCharWidth() * charactersPerLine);
   text->setFocusPolicy(Qt::StrongFocus);
-  text->setMargin(margin);
+  text->setMargin(popoverMargin);
   text->setFrameStyle(QFrame::Box | QFrame::Plain);
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);

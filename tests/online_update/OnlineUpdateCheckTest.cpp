@@ -10,7 +10,6 @@ using testing::SizeIs;
 namespace {
 
 constexpr const char* eightGigabit = "Corvane2 8G FC";
-constexpr const char* sixteenGigabit = "Corvane2 16G FC";
 
 const UpdateRule newSoftware{"Corvane_SW", "1.0.0.1", "CORVANE_Utility.dmg", "9 MB",
                              "New software"};

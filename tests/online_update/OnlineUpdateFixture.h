@@ -14,6 +14,8 @@
 
 namespace corvane {
 
+inline constexpr const char* sixteenGigabit = "Corvane2 16G FC";
+
 /// The online update on a computer made of fakes, with a server that holds a catalogue, and a
 /// download folder of its own.
 class OnlineUpdateFixture : public FibreChannelFixture {

@@ -10,11 +10,10 @@ using testing::SizeIs;
 
 namespace {
 
-constexpr const char* sixteenGigabit = "Corvane2 16G FC";
 constexpr uint32_t transferSelector = 3;
 
-const UpdateRule newSoftware{"Corvane_SW", "1.0.0.1", "CORVANE_Utility.dmg", "9 MB", "New"};
-const UpdateRule firmware16G{"Corvane_FW_16G", "3.0.0.0", "fw16.pkg", "1 MB", "New 16G"};
+const UpdateRule softwareDisk{"Corvane_SW", "1.0.0.1", "CORVANE_Utility.dmg", "9 MB", "New"};
+const UpdateRule firmwarePackage{"Corvane_FW_16G", "3.0.0.0", "fw16.pkg", "1 MB", "New 16G"};
 
 const AlertContent nothingSelected{
     "Error", "You don't select any device!!", {{"Ok"}}, "corvane_warning.icns"};
@@ -53,7 +52,7 @@ class OnlineUpdateInstallTest : public OnlineUpdateFixture {
                 addAdapter(sixteenGigabit, "20:02", "B - 1", "1.0.0.0")};
     ports[services[0]].nodeName = 0x2000001000000001;
     ports[services[1]].nodeName = 0x2000001000000002;
-    serveCatalogue({firmware16G});
+    serveCatalogue({firmwarePackage});
     serve("http://server/updates/10.11/fw16.pkg", package);
     update->checkUpdate();
     ASSERT_EQ(update->numberOfRowsInTableView(), 2);
@@ -86,7 +85,7 @@ class OnlineUpdateInstallTest : public OnlineUpdateFixture {
 // Software.
 
 TEST_F(OnlineUpdateInstallTest, SoftwareIsDownloadedOpenedAndTheApplicationQuits) {
-  serveCatalogue({newSoftware});
+  serveCatalogue({softwareDisk});
   serve("http://server/updates/10.11/CORVANE_Utility.dmg", "disk image");
   update->checkUpdate();
   tick(0);
@@ -101,7 +100,7 @@ TEST_F(OnlineUpdateInstallTest, SoftwareIsDownloadedOpenedAndTheApplicationQuits
 }
 
 TEST_F(OnlineUpdateInstallTest, TheDiskImageIsOpenedByItsFixedName) {
-  auto rule = newSoftware;
+  auto rule = softwareDisk;
   rule.FileName = "Other.dmg";
   serveCatalogue({rule});
   serve("http://server/updates/10.11/Other.dmg", "disk image");
@@ -114,7 +113,7 @@ TEST_F(OnlineUpdateInstallTest, TheDiskImageIsOpenedByItsFixedName) {
 
 TEST_F(OnlineUpdateInstallTest, AFailedSoftwareDownloadNeverOpensAnImageOfEarlier) {
   std::ofstream(folder_ / "CORVANE_Utility.dmg") << "old image";
-  serveCatalogue({newSoftware});
+  serveCatalogue({softwareDisk});
   update->checkUpdate();
   tick(0);
   update->selectUpdate();
@@ -125,7 +124,7 @@ TEST_F(OnlineUpdateInstallTest, AFailedSoftwareDownloadNeverOpensAnImageOfEarlie
 }
 
 TEST_F(OnlineUpdateInstallTest, SoftwareThatIsNotTickedIsAnError) {
-  serveCatalogue({newSoftware});
+  serveCatalogue({softwareDisk});
   update->checkUpdate();
   update->selectUpdate();
   dispatch.runUntilIdle();

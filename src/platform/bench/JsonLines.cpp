@@ -9,7 +9,7 @@ namespace corvane {
 
 namespace {
 
-using Json = nlohmann::json;
+using Json = nlohmann::ordered_json;
 
 /// Reads the text byte by byte for the parser and knows how far it has come.
 struct CountingIterator {
