@@ -6,7 +6,8 @@ if(CORVANE_BUILD_WINDOW)
 endif()
 install(DIRECTORY "${CMAKE_SOURCE_DIR}/bench/" DESTINATION "${CMAKE_INSTALL_DATADIR}/corvane/bench"
         PATTERN "*.files" EXCLUDE
-        PATTERN "*.lock" EXCLUDE)
+        PATTERN "*.lock" EXCLUDE
+        PATTERN "make-*" EXCLUDE)
 install(FILES "${CMAKE_SOURCE_DIR}/packaging/linux/corvane-utility.desktop"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
 install(FILES "${CMAKE_SOURCE_DIR}/packaging/linux/com.velmar.corvane.metainfo.xml"

@@ -46,8 +46,10 @@ ShippedFiles ShippedFiles::ofThisProgram() {
 }
 
 std::optional<files::path> ShippedFiles::benchFolder() const {
-  const files::path installed = folder_.parent_path() / "share" / "corvane" / "bench";
-  if (isBenchFolder(installed)) return installed;
+  const files::path above = folder_.parent_path();
+  for (const char* installed : {"share/corvane/bench", "Resources/bench"}) {
+    if (isBenchFolder(above / installed)) return above / installed;
+  }
   files::path ancestor = folder_;
   for (int level = 0; level < ancestorLimit; ++level, ancestor = ancestor.parent_path()) {
     if (isBenchFolder(ancestor / "bench")) return ancestor / "bench";
@@ -56,8 +58,13 @@ std::optional<files::path> ShippedFiles::benchFolder() const {
 }
 
 std::optional<files::path> ShippedFiles::benchToolsFolder() const {
-  if (const auto built = folderIfThere(folder_ / "bench-tools")) return built;
-  return folderIfThere(folder_.parent_path() / "libexec" / "corvane" / "bench-tools");
+  const files::path above = folder_.parent_path();
+  for (const files::path& candidate :
+       {folder_ / "bench-tools", above / "libexec/corvane/bench-tools",
+        above / "Helpers/bench-tools"}) {
+    if (const auto found = folderIfThere(candidate)) return found;
+  }
+  return std::nullopt;
 }
 
 }  // namespace corvane

@@ -15,13 +15,14 @@ class ShippedFiles {
   /// The files that come with the program that runs now.
   static ShippedFiles ofThisProgram();
 
-  /// The folder of the sample benches: "../share/corvane/bench" beside an installed program, the
-  /// sources' "bench" above a build tree. Nothing when there is none.
+  /// The folder of the sample benches: "../share/corvane/bench" beside an installed program,
+  /// "../Resources/bench" in a Mac's application bundle, the sources' "bench" above a build tree.
+  /// Nothing when there is none.
   std::optional<std::filesystem::path> benchFolder() const;
 
   /// The folder of the programs that a bench's shell finds first: "bench-tools" beside a program of
-  /// a build tree, "../libexec/corvane/bench-tools" beside an installed one. Nothing when there is
-  /// none.
+  /// a build tree, "../libexec/corvane/bench-tools" beside an installed one,
+  /// "../Helpers/bench-tools" in a Mac's application bundle. Nothing when there is none.
   std::optional<std::filesystem::path> benchToolsFolder() const;
 
  private:

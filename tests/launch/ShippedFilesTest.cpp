@@ -33,6 +33,14 @@ TEST_F(ShippedFilesTest, AnInstalledProgramFindsItsFiles) {
   EXPECT_EQ(shipped.benchToolsFolder(), folder_ / "usr/libexec/corvane/bench-tools");
 }
 
+TEST_F(ShippedFilesTest, AProgramOfAnApplicationBundleFindsItsFiles) {
+  makeFile("Some.app/Contents/Resources/bench/demo.json");
+  makeFile("Some.app/Contents/Helpers/bench-tools/ping");
+  const ShippedFiles shipped = beside("Some.app/Contents/MacOS/corvane");
+  EXPECT_EQ(shipped.benchFolder(), folder_ / "Some.app/Contents/Resources/bench");
+  EXPECT_EQ(shipped.benchToolsFolder(), folder_ / "Some.app/Contents/Helpers/bench-tools");
+}
+
 TEST_F(ShippedFilesTest, AProgramOfABuildTreeFindsThoseOfItsSources) {
   makeFile("source/bench/demo.json");
   makeFile("source/build/dev/bin/bench-tools/ping");
