@@ -18,14 +18,15 @@ install(FILES "${CMAKE_SOURCE_DIR}/src/ui/resources/corvane.svg"
 install(FILES "${CMAKE_SOURCE_DIR}/docs/man/corvane.1" "${CMAKE_SOURCE_DIR}/docs/man/corvane-bench.1"
               "${CMAKE_SOURCE_DIR}/docs/man/corvane-utility.1"
         DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
-install(FILES "${CMAKE_SOURCE_DIR}/packaging/completions/corvane.bash"
-        DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME corvane)
-install(FILES "${CMAKE_SOURCE_DIR}/packaging/completions/corvane.bash"
-        DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME corvane-bench)
-install(FILES "${CMAKE_SOURCE_DIR}/packaging/completions/_corvane"
-        DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions")
-install(FILES "${CMAKE_SOURCE_DIR}/packaging/completions/corvane.fish"
-        DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
+# Shells look for a completion by the name of the program.
+set(completions "${CMAKE_SOURCE_DIR}/packaging/completions")
+foreach(program corvane corvane-bench corvane-utility)
+  install(FILES "${completions}/corvane.bash"
+          DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME "${program}")
+  install(FILES "${completions}/${program}.fish"
+          DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
+endforeach()
+install(FILES "${completions}/_corvane" DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions")
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME corvane-utility)

@@ -1,50 +1,87 @@
-# Completion of corvane(1) and corvane-bench(1) for bash.
+# Completion of corvane(1), corvane-bench(1) and corvane-utility(1) for bash.
+
+# The commands of $1 and, behind them, of its commands that have commands of their own.
+_corvane_commands() {
+  case $1 in
+    corvane) echo "archive firmware list logs set sfp show update watch" ;;
+    "corvane archive") echo "create extract list verify version" ;;
+    "corvane update") echo "check install" ;;
+    corvane-bench) echo "driver fault image link new os plug serve set sfp show unplug" ;;
+  esac
+}
+
+_corvane_options() {
+  case $1 in
+    corvane) echo "--bench --dump --help --journal --json --version" ;;
+    corvane-utility) echo "--bench --dump --help --journal --version" ;;
+    corvane-bench) echo "--help --version" ;;
+    "corvane archive" | "corvane update") echo "--help" ;;
+    "corvane firmware") echo "--check --help --json --yes" ;;
+    "corvane logs") echo "--help --json --to" ;;
+    "corvane set") echo "--alpa --checksum --help --json --mode --port --queue-depth --rsc --speed --topology" ;;
+    "corvane update check") echo "--help --json --server" ;;
+    "corvane update install") echo "--help --json --only --server --yes" ;;
+    "corvane watch") echo "--help --json --seconds" ;;
+    "corvane-bench image") echo "--firmware-version --generation --help --json --size" ;;
+    "corvane-bench link") echo "--help --json --port --speed" ;;
+    "corvane-bench new") echo "--from --help --json" ;;
+    "corvane-bench plug") echo "--bridge --help --hop --json --wwn" ;;
+    "corvane-bench serve") echo "--help --json --port" ;;
+    "corvane-bench sfp") echo "--help --json --port" ;;
+    *) echo "--help --json" ;;
+  esac
+}
+
+# What may follow the option $2 of the command $1; fails for an option that takes no value.
+_corvane_values() {
+  case "$1 $2" in
+    *" --alpa" | *" --bridge" | *" --firmware-version" | *" --hop" | *" --only" | *" --queue-depth" | \
+      *" --seconds" | *" --server" | *" --size" | *" --wwn") ;;
+    *" --bench" | *" --dump" | *" --journal" | *" --to") compgen -f -- "$3" ;;
+    *" --checksum" | *" --rsc") compgen -W "on off" -- "$3" ;;
+    *" --from") compgen -W "demo empty" -- "$3" ;;
+    *" --generation") compgen -W "2 3" -- "$3" ;;
+    *" --mode") compgen -W "low-latency balanced high-throughput server" -- "$3" ;;
+    "corvane-bench serve --port") ;;
+    *" --port") compgen -W "1 2" -- "$3" ;;
+    "corvane set --speed") compgen -W "auto 2 4 8 16" -- "$3" ;;
+    *" --speed") compgen -W "2000 4000 8000 16000" -- "$3" ;;
+    *" --topology") compgen -W "ptp loop" -- "$3" ;;
+    *) return 1 ;;
+  esac
+}
+
+# The command that the words before the cursor make up, such as "corvane update check".
+_corvane_path() {
+  local path=${COMP_WORDS[0]##*/} index word
+  for ((index = 1; index < COMP_CWORD; index++)); do
+    word=${COMP_WORDS[index]}
+    if [[ $word == -* ]]; then
+      _corvane_values "$path" "$word" "" >/dev/null && index=$((index + 1))
+    elif [[ " $(_corvane_commands "$path") " == *" $word "* ]]; then
+      path+=" $word"
+    fi
+  done
+  echo "$path"
+}
 
 _corvane() {
-  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-  local commands="archive firmware list logs set sfp show update watch"
-  local command="" word
-  for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
-    case " $commands " in *" $word "*) command=$word && break ;; esac
-  done
-
-  case $previous in
-    --bench | --dump | --journal | --to) mapfile -t COMPREPLY < <(compgen -f -- "$current") && return ;;
-    --port) mapfile -t COMPREPLY < <(compgen -W "1 2" -- "$current") && return ;;
-    --speed) mapfile -t COMPREPLY < <(compgen -W "auto 2 4 8 16" -- "$current") && return ;;
-    --topology) mapfile -t COMPREPLY < <(compgen -W "ptp loop" -- "$current") && return ;;
-    --mode) mapfile -t COMPREPLY < <(compgen -W "low-latency balanced high-throughput server" -- "$current") && return ;;
-    --checksum | --rsc) mapfile -t COMPREPLY < <(compgen -W "on off" -- "$current") && return ;;
-  esac
-
-  local choices=""
-  case $command in
-    "") choices="$commands --bench --dump --journal --json --version --help" ;;
-    archive) choices="create extract list verify version --json --help" ;;
-    firmware) choices="--yes --check --json --help" ;;
-    list) choices="--json --help" ;;
-    logs) choices="--to --json --help" ;;
-    set) choices="--port --speed --topology --alpa --queue-depth --mode --checksum --rsc --json --help" ;;
-    sfp | show) choices="--json --help" ;;
-    update) choices="check install --yes --only --server --json --help" ;;
-    watch) choices="--seconds --json --help" ;;
-  esac
-  mapfile -t COMPREPLY < <(compgen -W "$choices" -- "$current")
-  case $command in archive | firmware | sfp)
-    [[ $current == -* ]] || mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -f -- "$current") ;;
-  esac
-}
-
-_corvane_bench() {
-  local current=${COMP_WORDS[COMP_CWORD]}
-  if ((COMP_CWORD == 1)); then
-    mapfile -t COMPREPLY < <(compgen -W "new serve --help --version" -- "$current"; compgen -f -- "$current")
-  elif ((COMP_CWORD == 2)) && [[ ${COMP_WORDS[1]} != new && ${COMP_WORDS[1]} != serve ]]; then
-    mapfile -t COMPREPLY < <(compgen -W "driver fault link os plug set sfp show unplug" -- "$current")
-  else
-    mapfile -t COMPREPLY < <(compgen -W "--bridge --from --hop --port --speed --wwn up down on off none" -- "$current"; compgen -f -- "$current")
+  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} path values
+  path=$(_corvane_path)
+  if [[ $previous == -* ]] && values=$(_corvane_values "$path" "$previous" "$current"); then
+    mapfile -t COMPREPLY < <(printf '%s' "${values:+$values$'\n'}")
+    return
   fi
+  if [[ $current == -* ]]; then
+    mapfile -t COMPREPLY < <(compgen -W "$(_corvane_options "$path")" -- "$current")
+    return
+  fi
+  mapfile -t COMPREPLY < <(compgen -W "$(_corvane_commands "$path")" -- "$current")
+  case $path in
+    "corvane archive "* | "corvane firmware" | "corvane sfp" | corvane-bench*)
+      mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -f -- "$current")
+      ;;
+  esac
 }
 
-complete -o filenames -F _corvane corvane
-complete -o filenames -F _corvane_bench corvane-bench
+complete -o filenames -F _corvane corvane corvane-bench corvane-utility
