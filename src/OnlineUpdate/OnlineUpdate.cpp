@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <limits>
@@ -34,6 +35,10 @@ using VersionComponents = std::array<int64_t, comparedComponents>;
 
 bool contains(const std::string& text, std::string_view part) {
   return text.find(part) != std::string::npos;
+}
+
+UpdateDownload cancelledDownload() {
+  return {1, "it was cancelled", true};
 }
 
 AlertContent warningAlert(const std::string& message, const std::string& informativeText) {
@@ -94,7 +99,7 @@ OnlineUpdate::OnlineUpdate(const Platform& platform, Surroundings surroundings)
 // The check.
 
 void OnlineUpdate::checkUpdate() {
-  if (isInstalling()) return;
+  if (isBusy()) return;
   const std::string base = baseUrl();
   lastCheck_ = {};
   lastCheck_.networkAnswered = networkAnswers();
@@ -208,7 +213,10 @@ int64_t OnlineUpdate::checkPackageVersion(const std::string& local, const std::s
 }
 
 void OnlineUpdate::cancelUpdate() {
-  if (isInstalling()) return;
+  if (isBusy()) {
+    isCancelWanted_ = true;
+    return;
+  }
   closeWindow();
   updateItem_.clear();
 }
@@ -231,15 +239,7 @@ void OnlineUpdate::closeWindow() {
 int64_t OnlineUpdate::downloadFile(const std::string& fileName) {
   UpdateDownload& download = installation_.outcome().download;
   download = {1, updateFileNameProblem(fileName, platform_.paths)};
-  if (download.problem.empty()) {
-    controls_.updateState.setText("Downloading " + fileName);
-    controls_.updateProgress.start();
-    download = downloadUpdateFile(
-        platform_, serverUrl_ + "/" + fileName, downloadPath(fileName),
-        [this](uint64_t received, uint64_t total) { showProgress(received, total); });
-    controls_.updateProgress.setFraction(std::nullopt);
-    controls_.updateProgress.stop();
-  }
+  if (download.problem.empty()) download = fetchUpdate(fileName);
   if (download.result != 0) {
     const std::string text = "Not downloaded: " + download.problem;
     controls_.updateState.setText(text);
@@ -248,10 +248,27 @@ int64_t OnlineUpdate::downloadFile(const std::string& fileName) {
   return download.result;
 }
 
-void OnlineUpdate::showProgress(uint64_t received, uint64_t total) {
-  if (total == 0) return;
-  controls_.updateProgress.setFraction(static_cast<double>(std::min(received, total)) /
-                                       static_cast<double>(total));
+UpdateDownload OnlineUpdate::fetchUpdate(const std::string& fileName) {
+  if (isCancelWanted_) return cancelledDownload();
+  controls_.updateState.setText("Downloading " + fileName);
+  controls_.updateProgress.start();
+  isDownloading_ = true;
+  UpdateDownload download = downloadUpdateFile(
+      platform_, serverUrl_ + "/" + fileName, downloadPath(fileName),
+      [this](uint64_t received, uint64_t total) { return showProgress(received, total); });
+  isDownloading_ = false;
+  controls_.updateProgress.setFraction(std::nullopt);
+  controls_.updateProgress.stop();
+  return download.result != 0 && isCancelWanted_ ? cancelledDownload() : download;
+}
+
+bool OnlineUpdate::showProgress(uint64_t received, uint64_t total) {
+  if (total != 0) {
+    controls_.updateProgress.setFraction(static_cast<double>(std::min(received, total)) /
+                                         static_cast<double>(total));
+  }
+  if (whileDownloading_) whileDownloading_();
+  return !isCancelWanted_;
 }
 
 std::string OnlineUpdate::downloadPath(const std::string& fileName) const {
@@ -259,30 +276,35 @@ std::string OnlineUpdate::downloadPath(const std::string& fileName) const {
 }
 
 void OnlineUpdate::selectUpdate() {
-  if (isInstalling()) return;
+  if (isBusy()) return;
   const bool isAnyTicked = std::any_of(updateItem_.begin(), updateItem_.end(),
                                        [](const auto& candidate) { return candidate.isSelect; });
   if (!isAnyTicked) return tellNothingSelected();
+  isCancelWanted_ = false;
   const UpdateDevice& first = updateItem_.front();
   if (first.isSelect && first.updateName == softwareUpdateName) return installSoftware();
   if (!contains(first.updateName, "FW") && !first.isSelect) return tellNothingSelected();
   installFirmware();
 }
 
-/// An image that stands there from before is removed first; where that is not possible, it is not
-/// opened as if it had just come.
 void OnlineUpdate::installSoftware() {
-  const std::string image = downloadPath(softwareImageName);
-  unlink(image.c_str());
   installation_.outcome() = {};
-  const bool downloaded = downloadFile(fileName_) == 0;
-  std::error_code error;
-  if (downloaded || !std::filesystem::exists(image, error)) {
-    platform_.shell.run("open " + shellPath(image));
-  }
+  openSoftwareImage();
   closeWindow();
   updateItem_.clear();
-  platform_.prompts.terminate();
+  if (!lastInstallation().download.cancelled) platform_.prompts.terminate();
+}
+
+/// An image that stands there from before is removed first; where that is not possible, it is not
+/// opened as if it had just come.
+void OnlineUpdate::openSoftwareImage() {
+  const std::string image = downloadPath(softwareImageName);
+  const bool isRemoved = unlink(image.c_str()) == 0 || errno == ENOENT;
+  for (Button* button : suspendedButtons()) button->suspend();
+  const bool isReplaced = downloadFile(fileName_) == 0 && fileName_ == softwareImageName;
+  for (Button* button : suspendedButtons()) button->resume();
+  if (lastInstallation().download.cancelled) return;
+  if (isRemoved || isReplaced) platform_.shell.run("open " + shellPath(image));
 }
 
 void OnlineUpdate::installFirmware() {
@@ -296,19 +318,21 @@ void OnlineUpdate::installFirmware() {
       updateItem_, [this] { return downloadPackage(); }, downloadPath(fileName_));
 }
 
+/// Cancelling is possible until here only: what follows must not be left half done.
 UpdateDownload OnlineUpdate::downloadPackage() {
   downloadFile(fileName_);
+  controls_.cancelButton.suspend();
   return installation_.outcome().download;
 }
 
 void OnlineUpdate::installationEnded() {
   updateItem_.clear();
+  controls_.cancelButton.resume();
   for (Button* button : suspendedButtons()) button->resume();
 }
 
-std::array<Button*, 4> OnlineUpdate::suspendedButtons() {
-  return {&mainWindow_.checkUpdate, &mainWindow_.updateFW, &controls_.updateButton,
-          &controls_.cancelButton};
+std::array<Button*, 3> OnlineUpdate::suspendedButtons() {
+  return {&mainWindow_.checkUpdate, &mainWindow_.updateFW, &controls_.updateButton};
 }
 
 void OnlineUpdate::tellNothingSelected() {
@@ -343,7 +367,7 @@ bool OnlineUpdate::tableViewWillDisplayCellForTableColumn(const std::string& col
 
 void OnlineUpdate::tableViewSetObjectValueForTableColumn(const PropertyValue& value,
                                                          const std::string& column, int64_t row) {
-  if (column != selectedColumn || candidate(row) == nullptr || isInstalling()) return;
+  if (column != selectedColumn || candidate(row) == nullptr || isBusy()) return;
   const bool isTicked = (value.number() != nullptr && *value.number() != 0) ||
                         (value.boolean() != nullptr && *value.boolean());
   updateItem_[static_cast<size_t>(row)].isSelect = isTicked;

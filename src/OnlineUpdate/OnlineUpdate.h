@@ -32,7 +32,7 @@ struct UpdateCheckOutcome {
 /// with the utility and the attached adapters, lists what is newer in the update window, downloads
 /// and installs what the user ticks.
 ///
-/// Main queue only. The check and each download block it.
+/// Main queue only. The check and each download block it; see whileDownloading().
 class OnlineUpdate {
  public:
   /// What an installation needs of the rest of the system. All outlive the object.
@@ -71,7 +71,8 @@ class OnlineUpdate {
   /// the component of `local` at the same place. Missing components count as 0.
   static int64_t checkPackageVersion(const std::string& local, const std::string& online);
 
-  /// Closes the window and empties the list of candidates. Ignored while firmware is installed.
+  /// Closes the window and empties the list of candidates. While something is being downloaded, the
+  /// download ends first, and nothing is installed; ignored while firmware is being installed.
   void cancelUpdate();
 
   const UpdateCheckOutcome& lastCheck() const { return lastCheck_; }
@@ -81,6 +82,10 @@ class OnlineUpdate {
   /// Brings the catalogue's file of that name to the download folder. Returns 0 when it is there, 1
   /// when the transfer failed, 2 when the transfer library could not be initialised.
   int64_t downloadFile(const std::string& fileName);
+
+  /// What is done again and again while a download blocks the main queue, so that the window can
+  /// paint itself and take the user's wish to cancel. It must not run the queue's other work.
+  void whileDownloading(std::function<void()> step) { whileDownloading_ = std::move(step); }
 
   /// The update button: installs what is ticked.
   void selectUpdate();
@@ -119,12 +124,15 @@ class OnlineUpdate {
   void showWindow();
   void closeWindow();
   std::string downloadPath(const std::string& fileName) const;
-  void showProgress(uint64_t received, uint64_t total);
+  UpdateDownload fetchUpdate(const std::string& fileName);
+  bool showProgress(uint64_t received, uint64_t total);
+  void openSoftwareImage();
   void installSoftware();
   void installFirmware();
   UpdateDownload downloadPackage();
   void installationEnded();
-  std::array<Button*, 4> suspendedButtons();
+  bool isBusy() const { return isDownloading_ || isInstalling(); }
+  std::array<Button*, 3> suspendedButtons();
   void tellNothingSelected();
   const UpdateDevice* candidate(int64_t row) const;
 
@@ -145,6 +153,10 @@ class OnlineUpdate {
   std::string fileInfo_;
 
   UpdateCheckOutcome lastCheck_;
+
+  std::function<void()> whileDownloading_;
+  bool isDownloading_ = false;
+  bool isCancelWanted_ = false;
   UpdateInstallation installation_;
 };
 

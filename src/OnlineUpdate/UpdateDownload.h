@@ -21,6 +21,7 @@ std::string updateFileNameProblem(const std::string& name, const Paths& paths);
 struct UpdateDownload {
   int64_t result = 0;   ///< 0 done, 1 the transfer failed, 2 the library could not be initialised
   std::string problem;  ///< in words; empty when it is done
+  bool cancelled = false;  ///< it failed because the user did not want to wait for it
 };
 
 /// Brings the file at `url` to `path`. The bytes are written to a fresh file beside it, which takes

@@ -121,6 +121,7 @@ void UpdateInstallation::start(const std::vector<UpdateDevice>& candidates,
 void UpdateInstallation::prepare(const Job& job) {
   removeFirmwareImage(platform_.paths.transferImage);
   outcome_.download = job.download();
+  if (outcome_.download.cancelled) return;
   if (outcome_.download.result == 0) {
     outcome_.extraction = extractFirmwareImage(job.package, platform_.paths.transferImage);
   }
@@ -136,6 +137,7 @@ void UpdateInstallation::prepare(const Job& job) {
 }
 
 RegistryObject UpdateInstallation::serviceOf(const std::string& deviceWWN) const {
+  if (outcome_.download.cancelled) return {};
   for (const DeviceListEntry& entry : steps_.devices.entries()) {
     const auto* device = std::get_if<std::shared_ptr<Corvane2Device>>(&entry.obj);
     if (entry.WWN != deviceWWN || device == nullptr || !*device) continue;
@@ -169,6 +171,16 @@ void UpdateInstallation::transfer(const Job& job, size_t index, RegistryHandle s
 }
 
 void UpdateInstallation::finish() {
+  if (outcome_.download.cancelled) {
+    steps_.closeWindow();
+  } else {
+    tellFinished();
+  }
+  running_ = false;
+  steps_.ended();
+}
+
+void UpdateInstallation::tellFinished() {
   platform_.prompts.endAlertSheet(&updateAlert_);
   steps_.closeWindow();
   finishAlert_ = {"Finish",
@@ -178,8 +190,6 @@ void UpdateInstallation::finish() {
                   "corvane_warning.icns"};
   platform_.prompts.showAlertSheet(&finishAlert_, finishAlert_, SheetParent::MainWindow, {});
   steps_.volumes.mountAllVolume(std::exchange(unmounted_, {}));
-  running_ = false;
-  steps_.ended();
 }
 
 void UpdateInstallation::showAlert() {

@@ -40,7 +40,7 @@ struct UpdateInstallationOutcome {
 /// The installation of one firmware package on several adapters, one after another: the download,
 /// the extraction of the image, the volumes taken offline, a transfer for each adapter, the volumes
 /// brought back. It goes on whatever fails and tells the user the same, but hands an adapter only
-/// an image that this very installation has extracted.
+/// an image that this very installation has extracted. A download that the user cancels ends it.
 ///
 /// Main queue only; the adapters are looked at on a worker thread between.
 class UpdateInstallation {
@@ -81,6 +81,7 @@ class UpdateInstallation {
                 size_t count);
   void transfer(const Job& job, size_t index, RegistryHandle service);
   void finish();
+  void tellFinished();
   void showAlert();
 
   const Platform platform_;

@@ -8,8 +8,9 @@
 
 namespace corvane {
 
-/// Called while bytes arrive, on the transferring thread. `total` is 0 when it is not known.
-using TransferProgress = std::function<void(uint64_t received, uint64_t total)>;
+/// Called on the transferring thread while bytes arrive, and every second or so while none do.
+/// `total` is 0 when it is not known. Answers whether to go on; if not, the transfer fails.
+using TransferProgress = std::function<bool(uint64_t received, uint64_t total)>;
 
 /// One transfer of a URL into a stream (libcurl's easy handle).
 class TransferHandle {

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
+#include <deque>
+#include <functional>
+#include <mutex>
 
 #include "platform/posix/MainQueue.h"
 
@@ -13,8 +17,21 @@ class QtMainQueue final : public MainQueue {
   void post(std::function<void()> work) override;
   bool isMain() const override;
 
+  /// Lets the toolkit paint and hand out what the user does, in the middle of a piece of the
+  /// queue's work that takes long. The work behind it goes on waiting, whatever the toolkit does.
+  /// May be called as often as one likes: the toolkit is let in some fifty times a second. Main
+  /// thread.
+  void serveWindow();
+
  private:
+  void runNext();
+
   QObject receiver_;  ///< lives on the main thread, so what is posted to it runs there
+  std::mutex mutex_;
+  std::deque<std::function<void()>> work_;  ///< guarded by mutex_
+  bool isHeld_ = false;                     ///< main thread only, like all that follows
+  size_t turnsHeld_ = 0;                    ///< turns of runNext() to be made up for
+  QElapsedTimer sinceServed_;
 };
 
 }  // namespace corvane

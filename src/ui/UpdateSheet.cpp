@@ -29,6 +29,10 @@ UpdateSheet::UpdateSheet(OnlineUpdate& controller, QWidget* parent)
 
 UpdateSheet::~UpdateSheet() = default;
 
+void UpdateSheet::reject() {
+  controller_.controls().updateWindow.requestClose();
+}
+
 void UpdateSheet::bindTable() {
   rows_ = new UpdateTableModel(controller_, this);
   ui_->updateTable->setModel(rows_);

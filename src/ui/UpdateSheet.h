@@ -20,6 +20,9 @@ class UpdateSheet : public QDialog {
   UpdateSheet(OnlineUpdate& controller, QWidget* parent);
   ~UpdateSheet() override;
 
+  /// The user wants the window closed; whether it closes is the controller's decision.
+  void reject() override;
+
  private:
   void bindTable();
   void renderTable();

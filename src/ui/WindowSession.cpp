@@ -12,7 +12,7 @@
 
 namespace corvane {
 
-WindowSession::WindowSession(const LaunchOptions& options, MainQueue& mainQueue)
+WindowSession::WindowSession(const LaunchOptions& options, QtMainQueue& mainQueue)
     : mainQueue_(mainQueue),
       launch_(options, mainQueue, prompts_),
       delegate_(std::make_unique<AppDelegate>(launch_.platform())),
@@ -21,6 +21,7 @@ WindowSession::WindowSession(const LaunchOptions& options, MainQueue& mainQueue)
   launch_.setPasswordPrompt([this] { return PasswordSheet::ask(window_.get()); });
   connect(window_.get(), &MainWindow::openSupportFolderRequested, this,
           &WindowSession::chooseSupportFolder);
+  delegate_->onlineUpdate().whileDownloading([this] { mainQueue_.serveWindow(); });
   if (launch_.isReadOnly()) delegate_->showAsDump("A registry dump cannot be changed.");
   window_->rememberGeometry(launch_.isReadOnly() ? "dumpWindow" : "mainWindow");
   if (launch_.source().empty()) return;

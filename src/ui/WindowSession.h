@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "launch/Launch.h"
+#include "ui/QtMainQueue.h"
 #include "ui/QtPrompts.h"
 
 namespace corvane {
@@ -19,7 +20,7 @@ class WindowSession : public QObject {
 
  public:
   /// The queue outlives the session. Throws LaunchFailure when there is nothing to run on.
-  WindowSession(const LaunchOptions& options, MainQueue& mainQueue);
+  WindowSession(const LaunchOptions& options, QtMainQueue& mainQueue);
 
   /// Waits until nothing goes on in the background.
   ~WindowSession() override;
@@ -38,7 +39,7 @@ class WindowSession : public QObject {
   void chooseSupportFolder();
   void openDump(const QString& path);
 
-  MainQueue& mainQueue_;
+  QtMainQueue& mainQueue_;
   QtPrompts prompts_;
   Launch launch_;
   std::unique_ptr<AppDelegate> delegate_;

@@ -52,7 +52,7 @@ class FakeTransfer : public Transfer {
       failure_ = answer.failure;
       const size_t size = answer.content.size();
       if (maximum_ != 0 && size > maximum_) return 63;
-      if (progress_) progress_(size, size);
+      if (progress_ && !progress_(size, size)) return 42;
       if (write_ != nullptr && size > 0 && write_(answer.content.data(), 1, size, stream_) != size)
         return 23;
       return answer.result;

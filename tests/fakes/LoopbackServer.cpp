@@ -112,6 +112,17 @@ void LoopbackServer::stall(const std::string& path, const std::string& body) {
   });
 }
 
+void LoopbackServer::trickle(const std::string& path, const std::string& body,
+                             std::chrono::milliseconds pause) {
+  state_->server.Get(path, [body, pause](const httplib::Request&, httplib::Response& response) {
+    response.set_content_provider(body.size(), contentType,
+                                  [body, pause](size_t offset, size_t, httplib::DataSink& sink) {
+                                    std::this_thread::sleep_for(pause);
+                                    return sink.write(&body[offset], 1);
+                                  });
+  });
+}
+
 void LoopbackServer::serveEndlessly(const std::string& path) {
   state_->server.Get(path, [](const httplib::Request&, httplib::Response& response) {
     response.set_chunked_content_provider(contentType, [](size_t, httplib::DataSink& sink) {

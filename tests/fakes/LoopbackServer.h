@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -29,6 +30,9 @@ class LoopbackServer {
 
   /// Announces one byte more than `body`, sends `body` and then nothing until the server goes.
   void stall(const std::string& path, const std::string& body);
+
+  /// Sends `body` byte by byte, with that much time before each.
+  void trickle(const std::string& path, const std::string& body, std::chrono::milliseconds pause);
 
   /// Sends zero bytes for as long as they are taken, without saying how many.
   void serveEndlessly(const std::string& path);

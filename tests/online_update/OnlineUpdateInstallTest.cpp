@@ -43,7 +43,9 @@ class OnlineUpdateInstallTest : public OnlineUpdateFixture {
     transferServices.push_back(service);
     transferOnMain.push_back(dispatch.isMain());
     disksAtTransfer.push_back(fake.diskArbitration.order());
-    buttonsAtTransfer.push_back(controls.updateFW.isEnabled());
+    buttonsAtTransfer.push_back(controls.updateFW.isEnabled() ||
+                                update->controls().cancelButton.isEnabled());
+    if (atTransfer) atTransfer();
   }
 
   /// Attaches two adapters of 16G, offers firmware for both and serves `package`.
@@ -80,6 +82,7 @@ class OnlineUpdateInstallTest : public OnlineUpdateFixture {
   std::vector<bool> transferOnMain;
   std::vector<std::vector<std::string>> disksAtTransfer;
   std::vector<bool> buttonsAtTransfer;
+  std::function<void()> atTransfer;
 };
 
 // Software.
@@ -121,6 +124,41 @@ TEST_F(OnlineUpdateInstallTest, AFailedSoftwareDownloadNeverOpensAnImageOfEarlie
   EXPECT_EQ(fake.prompts.terminations, 1);
   EXPECT_EQ(update->lastInstallation().download.result, 1);
   EXPECT_EQ(update->lastInstallation().download.problem, "Could not resolve host");
+}
+
+TEST_F(OnlineUpdateInstallTest, AnImageOfEarlierThatCannotBeRemovedIsNotOpened) {
+  std::filesystem::create_directory(folder_ / "CORVANE_Utility.dmg");
+  auto rule = softwareDisk;
+  rule.FileName = "Other.dmg";
+  serveCatalogue({rule});
+  serve("http://server/updates/10.11/Other.dmg", "disk image");
+  update->checkUpdate();
+  tick(0);
+  update->selectUpdate();
+  EXPECT_THAT(fake.shell.lines(), ElementsAre("ping -c1 -s1 www.apple.com"));
+  EXPECT_EQ(fake.prompts.terminations, 1);
+}
+
+TEST_F(OnlineUpdateInstallTest, ACancelledSoftwareDownloadLeavesTheApplicationRunning) {
+  serveCatalogue({softwareDisk});
+  serve("http://server/updates/10.11/CORVANE_Utility.dmg", "disk image");
+  update->checkUpdate();
+  tick(0);
+  update->whileDownloading([this] {
+    EXPECT_FALSE(update->controls().updateButton.isEnabled());
+    EXPECT_FALSE(controls.updateFW.isEnabled());
+    update->selectUpdate();
+    update->checkUpdate();
+    update->controls().cancelButton.click();
+  });
+  update->selectUpdate();
+  EXPECT_TRUE(std::filesystem::is_empty(folder_));
+  EXPECT_THAT(fake.shell.lines(), ElementsAre("ping -c1 -s1 www.apple.com"));
+  EXPECT_EQ(fake.prompts.terminations, 0);
+  EXPECT_FALSE(isWindowShown());
+  EXPECT_THAT(update->updateItem(), IsEmpty());
+  EXPECT_TRUE(update->lastInstallation().download.cancelled);
+  EXPECT_TRUE(update->controls().updateButton.isEnabled());
 }
 
 TEST_F(OnlineUpdateInstallTest, SoftwareThatIsNotTickedIsAnError) {
@@ -302,18 +340,61 @@ TEST_F(OnlineUpdateInstallTest, NothingElseCanBeStartedMeanwhile) {
   update->controls().updateButton.click();
   EXPECT_TRUE(update->isInstalling());
   EXPECT_FALSE(update->controls().updateButton.isEnabled());
-  EXPECT_FALSE(update->controls().cancelButton.isEnabled());
   EXPECT_FALSE(controls.checkUpdate.isEnabled());
-  update->cancelUpdate();
   update->checkUpdate();
   update->selectUpdate();
   tick(1);
   EXPECT_EQ(update->numberOfRowsInTableView(), 2);
+  atTransfer = [this] { update->cancelUpdate(); };
   dispatch.runUntilIdle();
   EXPECT_THAT(buttonsAtTransfer, ElementsAre(false));
+  EXPECT_EQ(fake.prompts.alerts.back().content, finished);
   EXPECT_TRUE(controls.updateFW.isEnabled());
+  EXPECT_TRUE(update->controls().cancelButton.isEnabled());
   EXPECT_TRUE(controls.checkUpdate.isEnabled());
   EXPECT_TRUE(update->controls().updateButton.isEnabled());
+}
+
+TEST_F(OnlineUpdateInstallTest, ACancelledFirmwareDownloadTouchesNothing) {
+  offerFirmware(package("image"));
+  tick(0);
+  tick(1);
+  update->whileDownloading([this] { update->controls().updateWindow.requestClose(); });
+  install();
+  EXPECT_THAT(transferred, IsEmpty());
+  EXPECT_THAT(fake.prompts.alerts, IsEmpty());
+  EXPECT_THAT(fake.diskArbitration.order(), IsEmpty());
+  EXPECT_FALSE(isWindowShown());
+  EXPECT_FALSE(update->isInstalling());
+  EXPECT_TRUE(update->lastInstallation().download.cancelled);
+  EXPECT_FALSE(update->lastInstallation().adapters[0].attached);
+  EXPECT_TRUE(controls.updateFW.isEnabled());
+  EXPECT_TRUE(update->controls().updateButton.isEnabled());
+  EXPECT_TRUE(update->controls().cancelButton.isEnabled());
+}
+
+TEST_F(OnlineUpdateInstallTest, WhatIsCancelledBeforeItBeginsIsNotAskedFor) {
+  offerFirmware(package("image"));
+  tick(0);
+  update->controls().updateButton.click();
+  const auto before = fake.transfer.requests;
+  update->controls().cancelButton.click();
+  dispatch.runUntilIdle();
+  EXPECT_EQ(fake.transfer.requests, before);
+  EXPECT_THAT(fake.prompts.alerts, IsEmpty());
+  EXPECT_FALSE(isWindowShown());
+}
+
+TEST_F(OnlineUpdateInstallTest, AfterACancelledInstallationTheNextOneInstalls) {
+  offerFirmware(package("image"));
+  tick(0);
+  update->whileDownloading([this] { update->cancelUpdate(); });
+  install();
+  update->whileDownloading({});
+  update->checkUpdate();
+  tick(0);
+  install();
+  EXPECT_THAT(transferred, ElementsAre("image"));
 }
 
 TEST_F(OnlineUpdateInstallTest, ItWaitsForAnUpdateFromAFile) {

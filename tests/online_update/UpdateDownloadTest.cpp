@@ -143,6 +143,7 @@ TEST_F(UpdateDownloadTest, TheProgressReachesTheTotal) {
                      [&](uint64_t received, uint64_t total) {
                        lastReceived = received;
                        lastTotal = total;
+                       return true;
                      });
   EXPECT_EQ(lastReceived, 500'000u);
   EXPECT_EQ(lastTotal, 500'000u);

@@ -147,11 +147,26 @@ TEST_F(CurlTransferTest, TellsTheProgressUpToTheTotal) {
     EXPECT_GE(received, lastReceived);
     lastReceived = received;
     lastTotal = total;
+    return true;
   };
   server_.serve("/file", std::string(300'000, 'x'));
   EXPECT_EQ(fetch(server_.url("/file")).code, 0);
   EXPECT_EQ(lastReceived, 300'000u);
   EXPECT_EQ(lastTotal, 300'000u);
+}
+
+TEST_F(CurlTransferTest, AListenerEndsATransferThatHasFallenSilent) {
+  options_.stallLimit = 60s;
+  server_.stall("/silent", "first bytes");
+  progress_ = [](uint64_t received, uint64_t) { return received == 0; };
+  EXPECT_EQ(fetch(server_.url("/silent")).code, CURLE_ABORTED_BY_CALLBACK);
+}
+
+TEST_F(CurlTransferTest, AServerThatIsSlowButNotSilentIsWaitedFor) {
+  server_.trickle("/slow", "in single bytes", 100ms);
+  const Outcome outcome = fetch(server_.url("/slow"));
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_EQ(outcome.body, "in single bytes");
 }
 
 TEST_F(CurlTransferTest, AWriteThatTakesNothingEndsTheTransfer) {

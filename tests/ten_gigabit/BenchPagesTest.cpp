@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <nlohmann/json.hpp>
 
 #include "AppDelegate.h"
@@ -26,6 +27,42 @@ using testing::Pair;
 using testing::SizeIs;
 
 constexpr std::chrono::seconds patience{60};
+
+/// Gives every command far less time than the utility does, so that a tool that hangs is given up
+/// at once.
+class ImpatientShell final : public Shell {
+ public:
+  explicit ImpatientShell(Shell& shell) : shell_(shell) {}
+  int run(const std::string& line) override { return shell_.run(line); }
+  int runWithin(const std::string& line, std::chrono::milliseconds) override {
+    const int status = shell_.runWithin(line, std::chrono::milliseconds(300));
+    if (status == shellTimedOut) ++timeouts;
+    return status;
+  }
+
+  std::atomic<int> timeouts = 0;
+
+ private:
+  Shell& shell_;
+};
+
+Platform withShell(const Platform& platform, Shell& shell) {
+  return {platform.registry,
+          platform.userClient,
+          platform.diskArbitration,
+          platform.runLoops,
+          platform.dispatch,
+          platform.notifications,
+          shell,
+          platform.scripts,
+          platform.bundles,
+          platform.systemVersion,
+          platform.authorization,
+          platform.transfer,
+          platform.log,
+          platform.prompts,
+          platform.paths};
+}
 
 class BenchPagesTest : public testing::Test {
  protected:
@@ -54,7 +91,10 @@ class BenchPagesTest : public testing::Test {
     BenchPlatformOptions options;
     options.toolsFolder = BENCH_TOOLS;
     bench = std::make_unique<BenchPlatform>(file.path(), mainQueue, prompts, log, options);
-    journal = std::make_unique<JournalPlatform>(bench->platform(), journalPath);
+    impatientShell = std::make_unique<ImpatientShell>(bench->platform().shell);
+    journal = std::make_unique<JournalPlatform>(
+        isImpatient ? withShell(bench->platform(), *impatientShell) : bench->platform(),
+        journalPath);
     application = std::make_unique<AppDelegate>(journal->platform());
     application->applicationDidFinishLaunching();
     ASSERT_TRUE(mainQueue.runUntil([this] { return controls().MTUvalue.text() != ""; }, patience));
@@ -123,6 +163,8 @@ class BenchPagesTest : public testing::Test {
   FakePrompts prompts;
   FakeLog log;
   std::unique_ptr<BenchPlatform> bench;
+  bool isImpatient = false;
+  std::unique_ptr<ImpatientShell> impatientShell;
   std::unique_ptr<JournalPlatform> journal;
   std::unique_ptr<AppDelegate> application;
   size_t forgotten = 0;
@@ -234,6 +276,36 @@ TEST_F(BenchPagesTest, AMissingToolLeavesAPageWithoutSettings) {
   EXPECT_EQ(controls().enStatus.text(), "10GbaseT");
   EXPECT_TRUE(controls().enableRSC.isHidden());
   EXPECT_EQ(controls().settingMode.plainValue(), "Custom");
+}
+
+TEST_F(BenchPagesTest, AToolThatHangsIsGivenUpOnceAPageAndTheWindowCanBeClosed) {
+  BenchState state = computerWith(corvane2_10G_SFP);
+  state.faults = {"tool-hangs"};
+  isImpatient = true;
+  launch(state);
+  impatientShell->timeouts = 0;
+  controls().refreshButton.click();
+  EXPECT_EQ(impatientShell->timeouts, 1);
+  EXPECT_THAT(lines(), ElementsAre(read(tool("en5 getSFPModule"))));
+  EXPECT_EQ(controls().enStatus.text(), "Unknow");
+  EXPECT_EQ(controls().MTUvalue.text(), "0");
+  EXPECT_TRUE(controls().SFPInfoModule.isHidden());
+  application->mainWindow().requestClose();
+  EXPECT_FALSE(application->mainWindow().isShown());
+}
+
+TEST_F(BenchPagesTest, APresetThatHangsGivesTheControlsBack) {
+  isImpatient = true;
+  launch(computerWith(corvane2_10G_SFP));
+  file.update([](BenchState& state) { state.faults.insert("tool-hangs"); });
+  controls().settingMode.choose(3);
+  ASSERT_TRUE(
+      mainQueue.runUntil([this] { return !controls().modeProgress.isRunning(); }, patience));
+  EXPECT_EQ(impatientShell->timeouts, 1);
+  EXPECT_TRUE(controls().refreshButton.isEnabled());
+  file.update([](BenchState& state) { state.faults.clear(); });
+  controls().refreshButton.click();
+  EXPECT_EQ(controls().settingMode.selectedTag(), 2);
 }
 
 TEST_F(BenchPagesTest, RubbishFromTheToolIsShownAsNothing) {

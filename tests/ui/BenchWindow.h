@@ -66,6 +66,7 @@ class BenchWindow {
   MainWindowControls& controls() { return delegate_->controls(); }
   BenchPlatform& bench() { return *bench_; }
   QtPrompts& prompts() { return prompts_; }
+  QtMainQueue& queue() { return queue_; }
 
   /// Changes the computer from outside, as another program would.
   void edit(const std::function<void(BenchState&)>& change) { file_.update(change); }

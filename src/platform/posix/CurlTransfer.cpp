@@ -105,10 +105,9 @@ class CurlTransferHandle final : public TransferHandle {
     auto& self = *static_cast<CurlTransferHandle*>(context);
     self.tooLarge_ = self.tooLarge_ || self.exceeds(static_cast<uint64_t>(total));
     if (self.tooLarge_) return 1;
-    if (self.progress_) {
-      self.progress_(static_cast<uint64_t>(received), static_cast<uint64_t>(total));
-    }
-    return 0;
+    const bool goesOn = !self.progress_ || self.progress_(static_cast<uint64_t>(received),
+                                                          static_cast<uint64_t>(total));
+    return goesOn ? 0 : 1;
   }
 
   CurlHandle handle_;
