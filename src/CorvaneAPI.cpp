@@ -102,7 +102,7 @@ OpenFile openImageWithRetries(const std::string& path, Dispatch& dispatch, Log& 
   constexpr std::chrono::seconds pause{1};
   for (int attempt = 0; attempt < attempts; ++attempt) {
     if (OpenFile file = openFirmwareImage(path)) return file;
-    dispatch.sleep(pause);
+    dispatch.sleepBesideMain(pause);
     log.standardOutput("open ELX FW file fail\n");
   }
   return nullptr;

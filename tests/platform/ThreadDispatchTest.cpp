@@ -3,6 +3,7 @@
 #include <atomic>
 #include <barrier>
 #include <latch>
+#include <thread>
 
 #include "platform/posix/PlainMainQueue.h"
 
@@ -95,6 +96,67 @@ TEST_F(ThreadDispatchTest, TheClockRateDividesSleep) {
   const auto before = std::chrono::steady_clock::now();
   dispatch.sleep(1h);
   EXPECT_LT(std::chrono::steady_clock::now() - before, 1min);
+}
+
+TEST_F(ThreadDispatchTest, SleepBesideMainLastsUntilTheMainQueueHasDoneWhatItWasGiven) {
+  ThreadDispatch dispatch(mainQueue_, 1'000'000);
+  bool givenBeforeHasRun = false;
+  std::atomic<bool> sawIt{false};
+  bool done = false;
+  dispatch.asyncMain([&] { givenBeforeHasRun = true; });
+  dispatch.asyncGlobal(QueuePriority::Default, [&] {
+    dispatch.sleepBesideMain(1h);
+    sawIt = givenBeforeHasRun;
+    dispatch.asyncMain([&] { done = true; });
+  });
+  // A clock this fast is over with the hour before the main queue is served.
+  std::this_thread::sleep_for(20ms);
+  serveUntil(done);
+  EXPECT_TRUE(sawIt);
+}
+
+TEST_F(ThreadDispatchTest, SleepBesideMainDoesNotWaitForWhatIsGivenLater) {
+  ThreadDispatch dispatch(mainQueue_, 1'000'000);
+  std::latch over(1);
+  dispatch.asyncGlobal(QueuePriority::Default, [&] {
+    dispatch.sleepBesideMain(1h);
+    over.count_down();
+  });
+  over.wait();
+}
+
+TEST_F(ThreadDispatchTest, SleepBesideMainLastsNoLongerThanItsTimeByARealClock) {
+  ThreadDispatch dispatch(mainQueue_, 1'000'000);
+  dispatch.asyncMain([] {});
+  std::latch over(1);
+  dispatch.asyncGlobal(QueuePriority::Default, [&] {
+    dispatch.sleepBesideMain(10ms);
+    over.count_down();
+  });
+  over.wait();
+}
+
+TEST_F(ThreadDispatchTest, SleepBesideMainOnTheMainThreadIsASleep) {
+  ThreadDispatch dispatch(mainQueue_, 1'000'000);
+  dispatch.asyncMain([] {});
+  const auto before = std::chrono::steady_clock::now();
+  dispatch.sleepBesideMain(1h);
+  EXPECT_LT(std::chrono::steady_clock::now() - before, 1min);
+}
+
+TEST_F(ThreadDispatchTest, EndUnwindsASleepBesideMain) {
+  ThreadDispatch dispatch(mainQueue_, 1'000'000);
+  dispatch.asyncMain([] {});
+  std::latch begun(1);
+  bool wentOn = false;
+  dispatch.asyncGlobal(QueuePriority::Default, [&] {
+    begun.count_down();
+    dispatch.sleepBesideMain(24h);
+    wentOn = true;
+  });
+  begun.wait();
+  dispatch.end();
+  EXPECT_FALSE(wentOn);
 }
 
 TEST_F(ThreadDispatchTest, EndUnwindsWorkThatSleeps) {

@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <map>
+#include <set>
 #include <utility>
 
 namespace corvane {
@@ -20,6 +21,7 @@ struct ThreadDispatch::State {
   /// What waits on the main queue. That queue outlives the dispatch, so it holds numbers only, and
   /// the work itself goes when the dispatch ends, while what the work refers to is still there.
   std::map<uint64_t, std::function<void()>> mainWork;
+  std::set<uint64_t> unfinishedMainWork;  ///< what waits on the main queue or runs there
   uint64_t nextMainWork = 0;
   size_t idleThreads = 0;
   bool ended = false;
@@ -33,6 +35,24 @@ struct ThreadDispatch::State {
     mainWork.erase(found);
     return taken;
   }
+
+  void runMainWork(uint64_t number) {
+    const Unfinished ending{*this, number};
+    if (const auto taken = takeMainWork(number)) taken();
+  }
+
+ private:
+  /// Counts the work as finished at the end of the scope, however that is left.
+  struct Unfinished {
+    State& state;
+    uint64_t number;
+
+    ~Unfinished() {
+      const std::lock_guard lock(state.mutex);
+      state.unfinishedMainWork.erase(number);
+      state.changed.notify_all();
+    }
+  };
 };
 
 class ThreadDispatch::Group final : public DispatchGroup {
@@ -111,10 +131,9 @@ void ThreadDispatch::asyncMain(std::function<void()> work) {
     if (state_->ended) return;
     number = state_->nextMainWork++;
     state_->mainWork.emplace(number, std::move(work));
+    state_->unfinishedMainWork.insert(number);
   }
-  mainQueue_.post([state = state_, number] {
-    if (const auto taken = state->takeMainWork(number)) taken();
-  });
+  mainQueue_.post([state = state_, number] { state->runMainWork(number); });
 }
 
 void ThreadDispatch::syncMain(std::function<void()> work) {
@@ -164,11 +183,33 @@ std::unique_ptr<DispatchGroup> ThreadDispatch::createGroup() {
 void ThreadDispatch::sleep(std::chrono::milliseconds duration) {
   const std::chrono::duration<double, std::milli> scaled(static_cast<double>(duration.count()) /
                                                          clockRate_);
-  const auto until = std::chrono::steady_clock::now() +
-                     std::chrono::duration_cast<std::chrono::steady_clock::duration>(scaled);
+  waitUntil(std::chrono::steady_clock::now() +
+                std::chrono::duration_cast<std::chrono::steady_clock::duration>(scaled),
+            [] { return false; });
+}
+
+void ThreadDispatch::sleepBesideMain(std::chrono::milliseconds duration) {
+  const auto begin = std::chrono::steady_clock::now();
+  uint64_t givenLater = 0;
+  {
+    const std::lock_guard lock(state_->mutex);
+    givenLater = state_->nextMainWork;
+  }
+  sleep(duration);
+  if (isMain()) return;
+  waitUntil(begin + duration, [this, givenLater] {
+    const auto& unfinished = state_->unfinishedMainWork;
+    return unfinished.empty() || *unfinished.begin() >= givenLater;
+  });
+}
+
+/// Waits until `ready`, which is asked under the mutex, or until the limit.
+void ThreadDispatch::waitUntil(std::chrono::steady_clock::time_point limit,
+                               const std::function<bool()>& ready) {
   {
     std::unique_lock lock(state_->mutex);
-    state_->changed.wait_until(lock, until, [this] { return threadOfPool && state_->ended; });
+    state_->changed.wait_until(lock, limit,
+                               [&] { return (threadOfPool && state_->ended) || ready(); });
   }
   unwindIfEnded();
 }

@@ -40,6 +40,7 @@ class ThreadDispatch final : public Dispatch {
   void asyncGlobal(QueuePriority priority, std::function<void()> work) override;
   std::unique_ptr<DispatchGroup> createGroup() override;
   void sleep(std::chrono::milliseconds duration) override;
+  void sleepBesideMain(std::chrono::milliseconds duration) override;
   bool isMain() const override;
 
  private:
@@ -49,6 +50,7 @@ class ThreadDispatch final : public Dispatch {
 
   void serve();
   void runWork(const std::function<void()>& work);
+  void waitUntil(std::chrono::steady_clock::time_point limit, const std::function<bool()>& ready);
   void unwindIfEnded();
 
   MainQueue& mainQueue_;
