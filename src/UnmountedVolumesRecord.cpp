@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <sstream>
@@ -46,11 +47,16 @@ std::string contentOf(int descriptor) {
   return content;
 }
 
-bool replaceContent(int descriptor, const std::string& content) {
-  return ftruncate(descriptor, 0) == 0 &&
-         pwrite(descriptor, content.data(), content.size(), 0) ==
+// The program may be killed between any two calls, so the new names are in place, with empty lines
+// behind them, before the rest of the former ones is cut off.
+bool replaceContent(int descriptor, std::string content) {
+  struct stat status {};
+  if (fstat(descriptor, &status) != 0) return false;
+  const size_t length = content.size();
+  content.resize(std::max(length, static_cast<size_t>(status.st_size)), '\n');
+  return pwrite(descriptor, content.data(), content.size(), 0) ==
              static_cast<ssize_t>(content.size()) &&
-         fsync(descriptor) == 0;
+         ftruncate(descriptor, static_cast<off_t>(length)) == 0;
 }
 
 std::vector<std::string> lines(const std::string& content) {
@@ -74,18 +80,15 @@ UnmountedVolumesRecord::~UnmountedVolumesRecord() {
 bool UnmountedVolumesRecord::add(const std::vector<std::string>& names) {
   const std::lock_guard guard(mutex_);
   names_.insert(names.begin(), names.end());
-  return names_.empty() || (lock() && save());
+  return names_.empty() || (lock() && save() && fsync(descriptor_) == 0);
 }
 
 void UnmountedVolumesRecord::remove(const std::vector<std::string>& names) {
   const std::lock_guard guard(mutex_);
   for (const std::string& name : names) names_.erase(name);
   if (descriptor_ < 0) return;
-  if (names_.empty()) {
-    discard();
-  } else {
-    save();
-  }
+  if (!names_.empty() || !foundNames_.empty()) save();
+  if (names_.empty()) release();
 }
 
 std::vector<std::string> UnmountedVolumesRecord::takeLeftBehind() {
@@ -93,8 +96,8 @@ std::vector<std::string> UnmountedVolumesRecord::takeLeftBehind() {
   if (descriptor_ >= 0) return {};
   descriptor_ = openLocked(path_, 0);
   if (descriptor_ < 0) return {};
-  std::vector<std::string> names = lines(contentOf(descriptor_));
-  discard();
+  const std::vector<std::string> names = lines(contentOf(descriptor_));
+  release();
   return names;
 }
 
@@ -103,17 +106,20 @@ bool UnmountedVolumesRecord::lock() {
   std::error_code error;
   std::filesystem::create_directories(std::filesystem::path(path_).parent_path(), error);
   descriptor_ = openLocked(path_, O_CREAT);
+  if (descriptor_ >= 0) foundNames_ = lines(contentOf(descriptor_));
   return descriptor_ >= 0;
 }
 
 bool UnmountedVolumesRecord::save() {
   std::string content;
+  for (const std::string& name : foundNames_) content += name + '\n';
   for (const std::string& name : names_) content += name + '\n';
   return replaceContent(descriptor_, content);
 }
 
-void UnmountedVolumesRecord::discard() {
-  unlink(path_.c_str());
+void UnmountedVolumesRecord::release() {
+  if (foundNames_.empty()) unlink(path_.c_str());
+  foundNames_.clear();
   close(std::exchange(descriptor_, -1));
 }
 

@@ -22,7 +22,7 @@ class UnmountedVolumesRecord {
   /// is running.
   bool add(const std::vector<std::string>& names);
 
-  /// Takes names out; the file goes with the last one.
+  /// Takes names out; the file goes with the last one, unless another program left names in it.
   void remove(const std::vector<std::string>& names);
 
   /// The names that a program which has ended left in the file, which is then removed; empty when
@@ -32,11 +32,13 @@ class UnmountedVolumesRecord {
  private:
   bool lock();
   bool save();
-  void discard();
+  void release();
 
   std::string path_;
   std::mutex mutex_;  ///< guards what follows
   std::set<std::string> names_;
+  /// What another program that ended left in the file meanwhile; kept there for the next start.
+  std::vector<std::string> foundNames_;
   int descriptor_ = -1;  ///< the locked file, -1 while there is none
 };
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <functional>
 #include <memory>
 
 namespace corvane {
@@ -15,13 +16,14 @@ using DiskRequest = void (DiskSession::*)(Disk&, DiskRequestCallback, void*);
 void DiskfunctionCallback(Disk& /*disk*/, bool /*refused*/, void* /*context*/) {}
 
 void requestForEach(DiskArbitration& diskArbitration, const std::vector<std::string>& names,
-                    DiskRequest request) {
+                    DiskRequest request, const std::function<void(const std::string&)>& requested) {
   const std::unique_ptr<DiskSession> session = diskArbitration.createSession();
   if (!session) return;
   for (const std::string& name : names) {
     if (const std::unique_ptr<Disk> disk = session->createDisk(name)) {
       ((*session).*request)(*disk, DiskfunctionCallback, nullptr);
     }
+    requested(name);
   }
 }
 
@@ -40,12 +42,12 @@ void Volumes::unmountAllVolume(const std::vector<std::string>& names) {
   if (!record_.add(names)) {
     log_.system("Could not note which volumes are unmounted for the firmware update");
   }
-  requestForEach(diskArbitration_, names, &DiskSession::unmount);
+  requestForEach(diskArbitration_, names, &DiskSession::unmount, [](const std::string&) {});
 }
 
 void Volumes::mountAllVolume(const std::vector<std::string>& names) {
-  requestForEach(diskArbitration_, names, &DiskSession::mount);
-  record_.remove(names);
+  requestForEach(diskArbitration_, names, &DiskSession::mount,
+                 [this](const std::string& name) { record_.remove({name}); });
 }
 
 std::vector<std::string> Volumes::tellLeftUnmounted() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -35,6 +36,9 @@ class FakeDiskArbitration : public DiskArbitration {
 
   /// Names that no disk object can be made for.
   std::set<std::string> unknownNames;
+
+  /// Told of each step as order() has it, at the moment it is taken.
+  std::function<void(const std::string& step)> onStep;
 
   size_t openSessions() const {
     std::lock_guard guard(mutex_);
@@ -122,8 +126,11 @@ class FakeDiskArbitration : public DiskArbitration {
   };
 
   void note(const std::string& step) {
-    std::lock_guard guard(mutex_);
-    order_.push_back(step);
+    {
+      std::lock_guard guard(mutex_);
+      order_.push_back(step);
+    }
+    if (onStep) onStep(step);
   }
 
   std::vector<std::string> present() const {

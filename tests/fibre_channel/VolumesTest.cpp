@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 #include "UnmountedVolumesRecord.h"
 #include "fakes/FakePlatform.h"
@@ -30,6 +31,11 @@ class VolumesTest : public testing::Test {
                                 testing::UnitTest::GetInstance()->current_test_info()->name());
   std::filesystem::path record =
       home / "Library/Application Support/Corvane Utility/unmounted-volumes";
+  std::string recordContent() const {
+    std::ifstream file(record);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
   ManualDispatch dispatch;
   FakePlatform fake{dispatch};
 };
@@ -103,6 +109,47 @@ TEST_F(VolumesTest, RecordKeepsWhatIsNotMountedYet) {
     volumes.mountAllVolume({"disk4s1"});
   }
   EXPECT_THAT(Volumes(fake.platform()).tellLeftUnmounted(), ElementsAre("disk5s1"));
+}
+
+TEST_F(VolumesTest, EachVolumeLeavesTheRecordAsItIsMounted) {
+  Volumes volumes(fake.platform());
+  volumes.unmountAllVolume({"disk4", "disk4s1", "disk5"});
+  std::vector<std::string> recorded;
+  fake.diskArbitration.onStep = [&](const std::string&) { recorded.push_back(recordContent()); };
+  volumes.mountAllVolume({"disk5", "disk4", "disk4s1"});
+  // At "create", at each mount and at "release".
+  EXPECT_THAT(recorded, ElementsAre("disk4\ndisk4s1\ndisk5\n", "disk4\ndisk4s1\ndisk5\n",
+                                    "disk4\ndisk4s1\n", "disk4s1\n", ""));
+}
+
+TEST_F(VolumesTest, VolumesThatWereNotAskedToBeMountedStayInTheRecord) {
+  {
+    Volumes volumes(fake.platform());
+    volumes.unmountAllVolume({"disk4s1"});
+    fake.diskArbitration.failCreate = true;
+    volumes.mountAllVolume({"disk4s1"});
+  }
+  EXPECT_THAT(Volumes(fake.platform()).tellLeftUnmounted(), ElementsAre("disk4s1"));
+}
+
+TEST_F(VolumesTest, VolumeThatHasGoneLeavesTheRecord) {
+  Volumes volumes(fake.platform());
+  volumes.unmountAllVolume({"disk4s1"});
+  fake.diskArbitration.unknownNames = {"disk4s1"};
+  volumes.mountAllVolume({"disk4s1"});
+  EXPECT_FALSE(std::filesystem::exists(record));
+}
+
+TEST_F(VolumesTest, RecordOfAProgramThatEndedMeanwhileIsKeptForTheNextStart) {
+  Volumes volumes(fake.platform());
+  EXPECT_THAT(volumes.tellLeftUnmounted(), IsEmpty());
+  { Volumes(fake.platform()).unmountAllVolume({"disk9"}); }
+  volumes.unmountAllVolume({"disk4s1"});
+  EXPECT_EQ(recordContent(), "disk9\ndisk4s1\n");
+  volumes.mountAllVolume({"disk4s1"});
+  EXPECT_EQ(recordContent(), "disk9\n");
+  EXPECT_THAT(Volumes(fake.platform()).tellLeftUnmounted(), ElementsAre("disk9"));
+  EXPECT_FALSE(std::filesystem::exists(record));
 }
 
 TEST_F(VolumesTest, UpdateGoesOnWhenNothingCanBeNoted) {
