@@ -57,6 +57,11 @@ bool is7Bit(const std::string& path) {
                      [](char character) { return static_cast<unsigned char>(character) < 0x80; });
 }
 
+bool isOfVersion(const std::string& packagePath, const std::string& version) {
+  const PackageVerification verification = verifyFirmwarePackage(packagePath);
+  return verification.succeeded() && verification.version == version;
+}
+
 // A file that is not there counts as empty; opening it then fails.
 uintmax_t fileSize(const std::string& path) {
   std::error_code error;
@@ -89,13 +94,18 @@ PackageVerification verifyFirmwarePackage(const std::string& packagePath) {
 }
 
 ImageExtraction extractFirmwareImage(const std::string& packagePath, const std::string& imagePath,
-                                     const ArchiveProgress& progress) {
+                                     const ArchiveProgress& progress,
+                                     const std::optional<std::string>& expectedVersion) {
   removeFirmwareImage(imagePath);
   const PrivateFolder folder(std::filesystem::path(imagePath).parent_path());
   if (!folder) return {ArchiveOutputNotCreated, false};
   const std::string freshPath = folder.file(firmwareImageMember);
   ImageExtraction extraction = extractInto(packagePath, freshPath, progress);
-  if (extraction.complete && std::rename(freshPath.c_str(), imagePath.c_str()) != 0) {
+  if (!extraction.complete) return extraction;
+  if (expectedVersion && !isOfVersion(packagePath, *expectedVersion)) {
+    return {ArchiveSuccess, false, true};
+  }
+  if (std::rename(freshPath.c_str(), imagePath.c_str()) != 0) {
     return {ArchiveOutputNotCreated, false};
   }
   return extraction;

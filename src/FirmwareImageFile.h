@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "CORVANE2Archive/CORVANE2Archive.h"
@@ -45,14 +46,18 @@ PackageVerification verifyFirmwarePackage(const std::string& packagePath);
 struct ImageExtraction {
   ArchiveStatus status = ArchiveSuccess;
   bool complete = false;  ///< whether the file in place holds every byte that the package claims
+  bool replaced = false;  ///< whether the package no longer holds the version that was expected
 };
 
 /// Extracts the image of a package to `imagePath`. The image is written to a fresh file that only
 /// the running user can reach, and takes its place when it is whole: what stood there before is
 /// replaced rather than written through, be it a link or anybody's file. After a failure nothing of
-/// the package stands there.
-ImageExtraction extractFirmwareImage(const std::string& packagePath, const std::string& imagePath,
-                                     const ArchiveProgress& progress = {});
+/// the package stands there. With an `expectedVersion` an image of any other is a failure too: the
+/// package may have been replaced since the user agreed to that version.
+ImageExtraction extractFirmwareImage(
+    const std::string& packagePath, const std::string& imagePath,
+    const ArchiveProgress& progress = {},
+    const std::optional<std::string>& expectedVersion = std::nullopt);
 
 /// Removes an image that an earlier update left, so that nothing can take it for a new one.
 void removeFirmwareImage(const std::string& imagePath);

@@ -99,11 +99,12 @@ void FirmwareUpdate::tellUnverified() {
 
 // An earlier update has hidden buttons and changed the icon, so both are set anew.
 void FirmwareUpdate::confirm() {
+  confirmedVersion_ = verifyFirmwarePackage(firmwarePath_).version;
   updateAlert_.message = "Note";
   updateAlert_.informativeText = fmt::format(
       "The new FW version: {} \n\nUpdate FW will terminat all I/O access, if you want continue "
       "please click\"Ok\" or click\"Cancel\" exit",
-      verifyFirmwarePackage(firmwarePath_).version);
+      confirmedVersion_);
   updateAlert_.icon.clear();
   for (const size_t button : {confirmingButton, cancellingButton}) {
     updateAlert_.buttons.at(button).enabled = true;
@@ -132,6 +133,7 @@ void FirmwareUpdate::alertEnded(int code) {
   auto job = std::make_shared<Job>();
   job->info = state_.corvaneInfo;
   job->service = state_.corvaneDevice->port1()->retainedService();
+  job->outcome.version = confirmedVersion_;
   job_ = job->ended.get_future();
   platform_.dispatch.asyncGlobal(QueuePriority::Default, [this, job] { run(job); });
 }
@@ -153,12 +155,13 @@ void FirmwareUpdate::run(const std::shared_ptr<Job>& job) {
 }
 
 void FirmwareUpdate::extract(Job& job) {
-  job.outcome.extraction = extractFirmwareImage(
-      firmwarePath_, platform_.paths.extractedImage, [this](uint64_t done, uint64_t total) {
-        if (total > 0) {
-          advance(extractedFraction * static_cast<double>(done) / static_cast<double>(total));
-        }
-      });
+  const auto progress = [this](uint64_t done, uint64_t total) {
+    if (total > 0) {
+      advance(extractedFraction * static_cast<double>(done) / static_cast<double>(total));
+    }
+  };
+  job.outcome.extraction = extractFirmwareImage(firmwarePath_, platform_.paths.extractedImage,
+                                                progress, job.outcome.version);
   platform_.shell.run("chmod 777 " + shellPath(platform_.paths.extractedImage));
   updateAlert_.message = "Wait";
   updateAlert_.informativeText = "Update FW is running, Please wait...";

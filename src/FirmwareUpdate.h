@@ -19,6 +19,7 @@ class Volumes;
 
 /// What an update came to. The window tells none of it; the command line does.
 struct FirmwareUpdateOutcome {
+  std::string version;  ///< of the image, as the user has agreed to it
   ImageExtraction extraction;
   int64_t transferResult = 0;           ///< 0 handed over, 1 no image could be read
   Status driverStatus = statusSuccess;  ///< what the driver answered, if it was handed over
@@ -85,6 +86,7 @@ class FirmwareUpdate {
 
   Stage stage_ = Stage::Idle;
   std::string firmwarePath_;
+  std::string confirmedVersion_;  ///< what the confirmation names
   double progress_ = 0;
   std::optional<FirmwareUpdateOutcome> lastOutcome_;
   std::future<void> job_;

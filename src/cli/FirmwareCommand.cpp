@@ -53,7 +53,8 @@ int64_t statusOf(const PackageVerification& verification) {
 }
 
 std::string verifiedVersion(const std::string& package) {
-  if (!std::filesystem::exists(package)) {
+  std::error_code error;
+  if (!std::filesystem::exists(package, error)) {
     throw CommandFailure(ExitStatus::NotFound, package, "there is no such file",
                          "Name a firmware package.", ordered_json{{"status", ArchiveNotOpened}});
   }
@@ -140,6 +141,7 @@ std::string failureOf(const FirmwareUpdateOutcome& outcome) {
     return fmt::format("the image could not be extracted: status {:#x}, {}",
                        static_cast<uint32_t>(status), VelmarArchive_status_text(status));
   }
+  if (outcome.extraction.replaced) return "the package was replaced after it was checked";
   if (!outcome.extraction.complete) return "the package does not hold the whole image";
   if (outcome.transferResult != 0) return "the extracted image could not be read";
   if (outcome.driverStatus == statusNoDevice) return "the adapter has gone during the update";
@@ -148,22 +150,22 @@ std::string failureOf(const FirmwareUpdateOutcome& outcome) {
 }
 
 void requireSuccess(const FirmwareOptions& options,
-                    const std::optional<FirmwareUpdateOutcome>& outcome,
-                    const std::string& version) {
+                    const std::optional<FirmwareUpdateOutcome>& outcome) {
   if (!outcome) {
     throw CommandFailure(ExitStatus::Failed, options.label, "the update was not confirmed",
                          "Nothing was changed.");
   }
   if (outcome->succeeded()) return;
-  throw CommandFailure(ExitStatus::Failed, options.label, failureOf(*outcome),
-                       "The adapter keeps its firmware; attach it again and repeat the update.",
-                       ordered_json{{"status", outcome->extraction.status}, {"version", version}});
+  throw CommandFailure(
+      ExitStatus::Failed, options.label, failureOf(*outcome),
+      "The adapter keeps its firmware; attach it again and repeat the update.",
+      ordered_json{{"status", outcome->extraction.status}, {"version", outcome->version}});
 }
 
 void updateFirmware(CommandContext& context, const LaunchOptions& launch,
                     const FirmwareOptions& options) {
   requireAnswerable(context, options);
-  const std::string version = verifiedVersion(options.package);
+  std::string version = verifiedVersion(options.package);
   Session session(context, launch);
   session.discover();
   session.select(options.label);
@@ -172,7 +174,9 @@ void updateFirmware(CommandContext& context, const LaunchOptions& launch,
     session.requireChangeable(options.label);
     takeAdministratorRights(session, options.label);
     runUpdate(session, context, options);
-    requireSuccess(options, session.app().firmwareUpdate().lastOutcome(), version);
+    const auto& outcome = session.app().firmwareUpdate().lastOutcome();
+    requireSuccess(options, outcome);
+    version = outcome->version;
     printNote(context, session.app().state().updateAlert.informativeText);
   }
   printAnswer(context, answerFields(version));

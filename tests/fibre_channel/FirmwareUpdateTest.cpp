@@ -53,10 +53,10 @@ class FirmwareUpdateTest : public FibreChannelFixture {
   }
 
   std::string writePackage(const std::string& name, const std::string& image,
-                           const std::string& member = "emulex.grp") {
+                           const std::string& member = "emulex.grp",
+                           std::string version = "2.0.1") {
     const std::string path = (folder / name).string();
     std::string packageId = "package";
-    std::string version = "2.0.1";
     std::string memberId = member;
     std::string bytes = image;
     ArchiveInfo info;
@@ -353,6 +353,28 @@ TEST_F(FirmwareUpdateTest, PackageReplacedAfterTheCheckTransfersNothing) {
   EXPECT_NE(update->lastOutcome()->extraction.status, ArchiveSuccess);
   EXPECT_EQ(update->lastOutcome()->transferResult, 1);
   EXPECT_FALSE(update->lastOutcome()->succeeded());
+}
+
+TEST_F(FirmwareUpdateTest, PackageReplacedByOneOfAnotherVersionTransfersNothing) {
+  choose(writePackage("good.pkg", "IMAGE"));
+  writePackage("good.pkg", "OTHER", "emulex.grp", "9.9.9");
+  confirm();
+  dispatch.advance(3s);
+  EXPECT_THAT(transferred, IsEmpty());
+  EXPECT_FALSE(std::filesystem::exists(fake.paths.extractedImage));
+  EXPECT_EQ(lastAlert().informativeText, finishText);
+  EXPECT_TRUE(update->lastOutcome()->extraction.replaced);
+  EXPECT_EQ(update->lastOutcome()->version, "2.0.1");
+  EXPECT_FALSE(update->lastOutcome()->succeeded());
+}
+
+TEST_F(FirmwareUpdateTest, PackageReplacedByOneOfTheSameVersionIsTaken) {
+  choose(writePackage("good.pkg", "IMAGE"));
+  writePackage("good.pkg", "OTHER");
+  confirm();
+  dispatch.runUntilIdle();
+  EXPECT_THAT(transferred, ElementsAre("OTHER"));
+  EXPECT_TRUE(update->lastOutcome()->succeeded());
 }
 
 TEST_F(FirmwareUpdateTest, TransferWaitsForAnImageThatComesLate) {
