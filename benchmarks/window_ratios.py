@@ -29,7 +29,6 @@ def run(*command):
 def main():
     build = pathlib.Path(sys.argv[1]).resolve()
     turns = int(sys.argv[2]) if len(sys.argv) > 2 else 21
-    program = build / "bin/window_start"
     with tempfile.TemporaryDirectory() as folder:
         demo = json.loads((SOURCES / "bench/demo.json").read_text())
         demo["clockRate"] = 1000
@@ -38,8 +37,8 @@ def main():
         adapters = str(len(demo["adapters"]))
         utility, empty = [], []
         for _ in range(turns + 1):
-            utility.append(run(program, bench, adapters))
-            empty.append(run(program, "--empty"))
+            utility.append(run(build / "bin/window_start", bench, adapters))
+            empty.append(run(build / "bin/empty_window"))
     # The first turn reads the program and the fonts into memory.
     for field, name in enumerate(FIELDS):
         ours = statistics.median(turn[field] for turn in utility[1:])
