@@ -1,3 +1,7 @@
+#include <chrono>
+#include <csignal>
+#include <thread>
+
 #include "ProgramFixture.h"
 #include "fakes/LoopbackServer.h"
 
@@ -128,6 +132,50 @@ TEST_F(UpdateCommandTest, APackageThatBreaksOffIsNotInstalled) {
   EXPECT_EQ(answer.status, 1);
   EXPECT_THAT(answer.errors, HasSubstr("the download failed"));
   EXPECT_THAT(steps(), ElementsAre("Wait", "unmount", "Wait", "Finish", "mount"));
+}
+
+TEST_F(UpdateCommandTest, APackageThatIsNoneIsNotSent) {
+  LoopbackServer server;
+  server.serve(catalogueName,
+               content(std::string(CORVANE_SOURCE_DIR) + "/bench/update" + catalogueName));
+  server.serve("/10.11/Corvane2-FW-8G-11.4.204.pkg", "<html>Sign in to this network</html>");
+  const auto answer = update({"install", "--yes", "--json", "--server", server.url()});
+  EXPECT_EQ(answer.status, 1);
+  EXPECT_THAT(answer.json()["error"]["why"].get<std::string>(),
+              HasSubstr("the package cannot be used: status 0x"));
+  EXPECT_THAT(steps(), ElementsAre("Wait", "unmount", "Wait", "Finish", "mount"));
+}
+
+TEST_F(UpdateCommandTest, AFileNameThatLeavesItsFolderIsRefusedBeforeAnythingIsAsked) {
+  LoopbackServer server;
+  std::string catalogue =
+      content(std::string(CORVANE_SOURCE_DIR) + "/bench/update" + catalogueName);
+  const std::string name = "Corvane2-FW-8G-11.4.204.pkg";
+  catalogue.replace(catalogue.find(name), name.size(), "../../../escaped.pkg");
+  server.serve(catalogueName, catalogue);
+  const auto answer = update({"install", "--yes", "--server", server.url()});
+  EXPECT_EQ(answer.status, 1);
+  EXPECT_THAT(answer.errors, HasSubstr("would leave its folder"));
+  EXPECT_THAT(server.requests(), ::testing::Each(catalogueName));
+}
+
+TEST_F(UpdateCommandTest, AFolderThatIsServedIsAskedLikeAnyOtherServer) {
+  const std::string served = path("served").string();
+  const std::string bench = std::string(CORVANE_BINARY_DIR) + "/bin/corvane-bench";
+  const std::string start = shellPath(bench) + " serve " +
+                            shellPath(std::string(CORVANE_SOURCE_DIR) + "/bench/update") + " >" +
+                            shellPath(served) + " & echo $! >" + shellPath(path("server"));
+  ASSERT_EQ(std::system(start.c_str()), 0);
+  std::string url;
+  for (int turn = 0; turn < 1000 && url.empty(); ++turn) {
+    const std::string told = content(served);
+    if (told.ends_with("/\n")) url = told.substr(5, told.size() - 6);
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  const auto answer = update({"install", "--yes", "--json", "--server", url});
+  kill(std::stoi(content(path("server"))), SIGTERM);
+  ASSERT_EQ(answer.status, 0) << answer.errors;
+  EXPECT_EQ(answer.json()[0]["deviceWWN"], eightGigabitName);
 }
 
 TEST_F(UpdateCommandTest, AnUpToDateSystemIsAnEmptyList) {

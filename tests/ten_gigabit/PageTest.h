@@ -25,14 +25,15 @@ class PageTest : public testing::Test {
   }
 
   /// Adds an adapter of that product at the end of the list and selects its row.
-  void select(std::string_view product) {
+  void select(std::string_view product) { select(product, product); }
+  void select(std::string_view productOfPort1, std::string_view productOfPort2) {
     adapter = std::make_shared<Corvane2Device_10GE>();
-    adapter->setPort(makePort(product, "en5", 0xCC));
-    adapter->setPort(makePort(product, "en6", 0xCD));
+    adapter->setPort(makePort(productOfPort1, "en5", 0xCC));
+    adapter->setPort(makePort(productOfPort2, "en6", 0xCD));
     DeviceListEntry entry;
     entry.WWN = *adapter->port1()->macAddr();
     entry.obj = adapter;
-    entry.ProductType = product;
+    entry.ProductType = productOfPort1;
     state.CorvaneList.add(entry);
     state.intSelectRow = static_cast<int64_t>(state.CorvaneList.count()) - 1;
   }

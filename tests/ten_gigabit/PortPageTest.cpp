@@ -118,6 +118,22 @@ TEST_F(PortPageTest, AnUnusableModuleIsReplacedByTheWarning) {
             "transciever module \nwhen it is inserted.");
 }
 
+TEST_F(PortPageTest, AnUnusableModuleIsJudgedByTheProductOfPort1AndAUsableOneByThePortsOwn) {
+  select(corvane2_10G_SFP, corvane2_10G_BaseT);
+  setModule("en6", "Unknown");
+  pages.show10GportInfo(1);
+  EXPECT_FALSE(controls.SFPerrrorMessage10G.isHidden());
+  setModule("en6", "srlr");
+  pages.show10GportInfo(1);
+  EXPECT_TRUE(isModuleBoxHidden());
+  select(corvane2_10G_BaseT, corvane2_10G_SFP);
+  pages.show10GportInfo(1);
+  EXPECT_FALSE(isModuleBoxHidden());
+  setModule("en6", "Unknown");
+  pages.show10GportInfo(1);
+  EXPECT_TRUE(controls.SFPerrrorMessage10G.isHidden());
+}
+
 TEST_F(PortPageTest, TheWarningGoesWithTheModule) {
   setModule("en5", "Unknown");
   setModule("en6", "srlr");
