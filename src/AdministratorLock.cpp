@@ -43,6 +43,7 @@ void AdministratorLock::setUp() {
 }
 
 void AdministratorLock::giveToolAdministratorRights() {
+  if (!mayAsk_ && platform_.scripts.asksForPassword()) return;
   const ScriptResult result = platform_.scripts.run(administratorScript);
   if (!result.succeeded && result.errorMessage == userCancelled) setUp();
 }

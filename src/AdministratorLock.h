@@ -29,6 +29,10 @@ class AdministratorLock final : public AuthorizationDelegate {
   /// changes an adapter calls authorize() first. Set before setUp().
   void useWithoutView() { hasView_ = false; }
 
+  /// For a face that only looks at the adapters: the adapter utility keeps the rights that it has
+  /// where giving it others would bring up the system's password dialog. Set before the launch.
+  void askNothing() { mayAsk_ = false; }
+
   /// Gives the lock view the right that is asked for and shows its state.
   void setUp();
 
@@ -59,6 +63,7 @@ class AdministratorLock final : public AuthorizationDelegate {
   std::function<int64_t()> compareDriverVersion_;
   std::string closedHint_;
   bool hasView_ = true;
+  bool mayAsk_ = true;
 };
 
 }  // namespace corvane

@@ -35,10 +35,10 @@ void SEPort::sortDeviceSequence(Registry& registry) {
 
 void SEPort::identify(const PropertyValue::Dictionary& function) {
   property_ = function;
-  const std::string bus = propertyText(function, "pcidebug");
+  const std::string bus = propertyText(function, pciPlaceKey);
   pciDebug_ = bus.substr(0, bus.find(':'));
   const Product* product =
-      productRecognised(AdapterFamily::TenGigabit, propertyText(function, "subsystem-id"));
+      productRecognised(AdapterFamily::TenGigabit, propertyText(function, ethernetSubsystemKey));
   if (product != nullptr) procudtTpe_ = product->name;
 }
 

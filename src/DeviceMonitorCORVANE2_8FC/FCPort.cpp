@@ -10,14 +10,10 @@ namespace {
 
 constexpr size_t worldWideNameBytes = 8;
 
-/// The maker's Thunderbolt vendor number, 2, as the registry's bytes print.
-constexpr const char* makerVendorText = "<02000000>";
-
 const Product* productOfTunnelEndpoint(const PropertyValue::Dictionary& properties) {
-  if (propertyText(properties, "Tunnel Endpoint Device Vendor ID") != makerVendorText)
-    return nullptr;
+  if (propertyText(properties, tunnelEndpointVendorKey) != makerVendorText) return nullptr;
   return productRecognised(AdapterFamily::FibreChannel,
-                           propertyText(properties, "Tunnel Endpoint Device Model ID"));
+                           propertyText(properties, tunnelEndpointModelKey));
 }
 
 }  // namespace

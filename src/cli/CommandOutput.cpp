@@ -32,7 +32,9 @@ std::string printable(std::string_view text) {
   std::string shown;
   for (std::size_t index = 0; index < text.size(); ++index) {
     const auto byte = static_cast<unsigned char>(text[index]);
-    if (isControl(byte)) {
+    if (byte == '\n') {
+      if (!shown.ends_with(' ')) shown += ' ';
+    } else if (isControl(byte)) {
       shown += fmt::format("\\x{:02x}", byte);
     } else if (isControlPair(text, index)) {
       ++index;

@@ -73,7 +73,7 @@ void addJsonFlag(CLI::App& command, CommandContext& context);
 /// fields as text. Objects become "name: value" lines, arrays of objects become
 /// tables with the field names as heading, null becomes "-". Bytes that are not
 /// UTF-8 are replaced in JSON; control characters are escaped in text, so that
-/// a text from outside cannot drive the terminal.
+/// a text from outside cannot drive the terminal, and its line feeds are blanks.
 void printAnswer(CommandContext& context, const nlohmann::ordered_json& answer);
 
 /// Prints a failure: `PROGRAM: WHAT: WHY` and the hint on standard error, or

@@ -40,24 +40,31 @@ char receive() {
 
 }  // namespace
 
-Interruption::Interruption(std::function<void()> interrupted) {
+Interruption::Interruption() {
   if (pipe(signalPipe.data()) != 0) throw std::system_error(errno, std::generic_category(), "pipe");
   struct sigaction action {};
   action.sa_handler = corvaneSignalArrived;
+  // What the program is reading or waiting for meanwhile goes on.
+  action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
   sigemptyset(&action.sa_mask);
   for (size_t each = 0; each < signals.size(); ++each)
     sigaction(signals[each], &action, &formerActions[each]);
-  waiter_ = std::thread([interrupted = std::move(interrupted)] {
-    if (receive() == signalArrived) interrupted();
-  });
 }
 
 Interruption::~Interruption() {
   for (size_t each = 0; each < signals.size(); ++each)
     sigaction(signals[each], &formerActions[each], nullptr);
+  for (int& end : signalPipe) close(std::exchange(end, -1));
+}
+
+InterruptionAnswer::InterruptionAnswer(const Interruption&, std::function<void()> interrupted)
+    : waiter_([interrupted = std::move(interrupted)] {
+        if (receive() == signalArrived) interrupted();
+      }) {}
+
+InterruptionAnswer::~InterruptionAnswer() {
   send(noLongerWanted);
   waiter_.join();
-  for (int& end : signalPipe) close(std::exchange(end, -1));
 }
 
 }  // namespace corvane

@@ -5,16 +5,27 @@
 
 namespace corvane {
 
-/// While it lives, an interrupt or a request to end the program (SIGINT, SIGTERM) calls a function
-/// instead. One at a time in a process.
+/// While it lives, the first interrupt or request to end the program (SIGINT, SIGTERM) does not end
+/// it but is kept for an InterruptionAnswer. A second one ends the program at once. One at a time
+/// in a process.
 class Interruption {
  public:
-  /// `interrupted` is called on a thread of its own, once at most. Throws std::system_error when
-  /// the process has no descriptors left.
-  explicit Interruption(std::function<void()> interrupted);
+  /// Throws std::system_error when the process has no descriptors left.
+  Interruption();
   ~Interruption();
   Interruption(const Interruption&) = delete;
   Interruption& operator=(const Interruption&) = delete;
+};
+
+/// Calls a function when the program is interrupted, at once when it has been already.
+class InterruptionAnswer {
+ public:
+  /// `interrupted` is called on a thread of its own, once at most. The interruption outlives the
+  /// answer and has one at a time.
+  InterruptionAnswer(const Interruption& interruption, std::function<void()> interrupted);
+  ~InterruptionAnswer();
+  InterruptionAnswer(const InterruptionAnswer&) = delete;
+  InterruptionAnswer& operator=(const InterruptionAnswer&) = delete;
 
  private:
   std::thread waiter_;

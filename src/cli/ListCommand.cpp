@@ -12,7 +12,7 @@ namespace corvane {
 namespace {
 
 void listAdapters(CommandContext& context, const LaunchOptions& options) {
-  Session session(context, options);
+  Session session(context, options, SessionPurpose::Looking);
   session.discover();
   auto entries = nlohmann::ordered_json::array();
   for (const auto& entry : session.app().state().CorvaneList.entries())
@@ -22,6 +22,7 @@ void listAdapters(CommandContext& context, const LaunchOptions& options) {
     if (!context.json) nameWhatIsMissing(entries);
   }
   printAnswer(context, entries);
+  if (entries.empty() && !context.json) printNote(context, "list: there is no adapter");
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "cli/AdapterLabels.h"
+#include "cli/DumpReport.h"
 
 namespace corvane {
 
@@ -31,12 +32,13 @@ std::string listed(const std::vector<DeviceListEntry>& entries, const std::vecto
 
 }  // namespace
 
-Session::Session(CommandContext& context, const LaunchOptions& options)
+Session::Session(CommandContext& context, const LaunchOptions& options, SessionPurpose purpose)
     : context_(context),
       prompts_(context, mainQueue_),
       launch_(launch(options, context, mainQueue_, prompts_)),
       app_(std::make_unique<AppDelegate>(launch_->platform())) {
   app_->administratorLock().useWithoutView();
+  if (purpose == SessionPurpose::Looking) app_->administratorLock().askNothing();
   if (launch_->isReadOnly()) app_->showAsDump("A dump cannot be changed.");
 }
 
@@ -52,8 +54,7 @@ void Session::discover() {
   tellLeftUnmounted();
   const bool complete = runUntil([&discovered] { return discovered; }, discoveryLimit);
   app_->whenDiscovered(nullptr);
-  const std::string remark = launch_->remark();
-  if (!remark.empty()) printNote(context_, launch_->source() + ": " + remark);
+  if (isDump()) tellOfDump();
   if (!complete)
     printNote(context_, "discovery: a port has not been named yet: the list may not be whole");
 }
@@ -64,6 +65,16 @@ void Session::tellLeftUnmounted() {
   if (names.empty()) return;
   printNote(context_,
             "a firmware update did not end; these volumes may still be unmounted:" + names);
+}
+
+void Session::tellOfDump() {
+  const std::string remark = launch_->remark();
+  if (!remark.empty()) printNote(context_, launch_->source() + ": " + remark);
+  const char* const reason =
+      remark.empty() ? "none of its ports is in the dump, so its driver did not run"
+                     : "its ports are not whole in the dump; ask the customer for a whole one";
+  for (const std::string& name : unlistedAdapters(launch_->platform(), app_->state().CorvaneList))
+    printNote(context_, name + ": attached, but not listed: " + reason);
 }
 
 int64_t Session::select(const std::string& label) {

@@ -15,12 +15,19 @@
 
 namespace corvane {
 
+/// What a command is there for.
+enum class SessionPurpose {
+  Changing,  ///< an adapter, so the user may be asked for an administrator's password
+  Looking,   ///< at the adapters, so the user is asked nothing
+};
+
 /// The utility without a window, for one command: the platform that the options choose and the
 /// application's controller on it. Made by the command once it runs. Main thread only.
 class Session {
  public:
   /// Throws CommandFailure when there is nothing to run on. Both outlive the session.
-  Session(CommandContext& context, const LaunchOptions& options);
+  Session(CommandContext& context, const LaunchOptions& options,
+          SessionPurpose purpose = SessionPurpose::Changing);
 
   /// Stops the monitors and waits until nothing goes on in the background.
   ~Session();
@@ -59,6 +66,7 @@ class Session {
 
  private:
   void tellLeftUnmounted();
+  void tellOfDump();
 
   CommandContext& context_;
   PlainMainQueue mainQueue_;

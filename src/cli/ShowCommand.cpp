@@ -26,7 +26,7 @@ nlohmann::ordered_json portByPort(const nlohmann::ordered_json& answer) {
 }
 
 void showAdapter(CommandContext& context, const LaunchOptions& options, const std::string& label) {
-  Session session(context, options);
+  Session session(context, options, SessionPurpose::Looking);
   session.discover();
   session.select(label);
   auto answer = adapterFields(session.app());

@@ -73,7 +73,7 @@ void printCandidates(CommandContext& context, const std::vector<UpdateDevice>& c
 }
 
 void runCheck(CommandContext& context, const LaunchOptions& launch, const UpdateOptions& options) {
-  Session session(context, launch);
+  Session session(context, launch, SessionPurpose::Looking);
   session.discover();
   printCandidates(context, check(session, options));
 }

@@ -29,8 +29,9 @@ std::string eventLine(CommandContext& context, const AdapterEvent& event) {
 }
 
 void watchAdapters(CommandContext& context, const LaunchOptions& options, double seconds) {
-  Session session(context, options);
-  const Interruption interruption([&session] { session.stop(); });
+  const Interruption interruption;  // first: the session takes its time to begin
+  Session session(context, options, SessionPurpose::Looking);
+  const InterruptionAnswer answer(interruption, [&session] { session.stop(); });
   session.app().whenAdaptersChange([&context](const AdapterEvent& event) {
     context.out << eventLine(context, event) << '\n' << std::flush;
   });

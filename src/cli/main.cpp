@@ -20,14 +20,20 @@ using namespace corvane;
 
 void addGlobalOptions(CLI::App& app, CommandContext& context, LaunchOptions& options) {
   app.set_version_flag("--version", "corvane " CORVANE_VERSION, "Print the version");
+  const auto name = [](const std::string& given) {
+    return given.empty() ? std::string("the name is empty") : std::string();
+  };
   app.add_option("--bench", options.bench,
                  "Run on the simulated computer in this file (or CORVANE_BENCH)")
-      ->type_name("FILE");
+      ->type_name("FILE")
+      ->check(name);
   app.add_option("--dump", options.dump, "Show the computer in a registry dump or log folder")
-      ->type_name("FILE|FOLDER");
+      ->type_name("FILE|FOLDER")
+      ->check(name);
   app.add_option("--journal", options.journal,
                  "Append one JSON line for all that crosses the platform boundary")
-      ->type_name("FILE");
+      ->type_name("FILE")
+      ->check(name);
   addJsonFlag(app, context);
 }
 

@@ -41,6 +41,19 @@ inline constexpr std::array<Product, 9> products{{
     {corvane3_10G_SFP, AdapterFamily::TenGigabit, 3, "<02720000>"},
 }};
 
+// The registry properties that tell a product.
+
+/// Of a Thunderbolt adapter's upstream bridge.
+inline constexpr const char* tunnelEndpointVendorKey = "Tunnel Endpoint Device Vendor ID";
+inline constexpr const char* tunnelEndpointModelKey = "Tunnel Endpoint Device Model ID";
+
+/// The maker's Thunderbolt vendor number, 2, as the registry's bytes print.
+inline constexpr std::string_view makerVendorText = "<02000000>";
+
+/// Of an Ethernet function: its product, and its place on the PCI buses, such as "12:0:1".
+inline constexpr const char* ethernetSubsystemKey = "subsystem-id";
+inline constexpr const char* pciPlaceKey = "pcidebug";
+
 /// The product of that name; null when it is none of the maker's.
 const Product* productNamed(std::string_view name);
 

@@ -36,6 +36,10 @@ class ScriptRunner {
   virtual ~ScriptRunner() = default;
 
   virtual ScriptResult run(const std::string& script) = 0;
+
+  /// Whether a script with administrator rights brings up a password dialog of the system's own.
+  /// Any thread may ask.
+  virtual bool asksForPassword() const = 0;
 };
 
 /// `word` as the shell takes it as one word: as it stands when it consists of letters, digits, ".",

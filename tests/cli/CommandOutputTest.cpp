@@ -51,6 +51,11 @@ TEST_F(CommandOutputTest, NestedObjectsAndListsAreIndented) {
   EXPECT_EQ(out.str(), "ok: true\ndevice:\n  name: a\n  tags: 1, 2\n");
 }
 
+TEST_F(CommandOutputTest, ATextOfSeveralLinesStandsOnOne) {
+  printAnswer(context, ordered_json{{"error", "not the correct type for \nthe adapter,\nsorry"}});
+  EXPECT_EQ(out.str(), "error: not the correct type for the adapter, sorry\n");
+}
+
 TEST_F(CommandOutputTest, TextFromOutsideCannotDriveTheTerminal) {
   printAnswer(context, ordered_json{{"id", "a\x1b[2Jb\xC2\x9Bz"}});
   EXPECT_EQ(out.str(), "id: a\\x1b[2Jb\\u009bz\n");

@@ -53,6 +53,16 @@ INSTANTIATE_TEST_SUITE_P(Forms, DumpedDesktop,
                                          "several-roots.txt", "several-roots.plist",
                                          "with-ancestors.plist"));
 
+TEST_F(DumpPlatformTest, AnnouncesAnAdapterWhosePortNamesAreCut) {
+  EXPECT_EQ(
+      announced("desktop-2013-wide-cut.txt"),
+      (Posts{{"Corvane2Appeared", "20:00:00:10:9B:12:34:56"}, {"Corvane2Appeared_10GE", "163"}}));
+}
+
+TEST_F(DumpPlatformTest, AnnouncesAnAdapterWhoseDriversIdentifierIsCut) {
+  EXPECT_EQ(announced("desktop-2013-cut.txt"), (Posts{{"Corvane2Appeared_10GE", "163"}}));
+}
+
 TEST_F(DumpPlatformTest, AnnouncesAdaptersOfTheOlderDriver) {
   EXPECT_EQ(announced("laptop-2012.txt"), (Posts{{"Corvane2Appeared", "20:00:00:10:9B:00:00:01"}}));
 }

@@ -161,6 +161,29 @@ TEST(DumpRegistryMatch, LeavesOutWhatWasNotRegistered) {
   EXPECT_EQ(registry.matchingService(dictionary), 0u);
 }
 
+TEST(DumpRegistryMatch, TakesAnIdentifierThatIsCutForTheOneItBegins) {
+  struct CutIdentifierRow {
+    const char* printed;
+    bool matches;
+  };
+  for (const CutIdentifierRow& row :
+       {CutIdentifierRow{"\"com.velm$", true}, CutIdentifierRow{"\"com.velmar.driver.Cor$\r", true},
+        CutIdentifierRow{"\"com.velmar.Corvane$", false}, CutIdentifierRow{"\"com.vel$", false},
+        CutIdentifierRow{"\"com.apple.dri$", false}, CutIdentifierRow{"\"$", false},
+        CutIdentifierRow{"\"com.velmar.driver\"", false}, CutIdentifierRow{"163$", false}}) {
+    const DumpReading reading = readRegistryDump(
+        "+-o port  <class D, id 0x1, registered, matched, active, retain 1>\n"
+        "    {\n      \"CFBundleIdentifier\" = " +
+        std::string(row.printed) + "\n      \"other\" = 5$\n    }\n    \n");
+    DumpRegistry registry(*reading.dump);
+    auto dictionary = registry.createMutableDictionary();
+    (*dictionary)["IOPropertyMatch"] =
+        PropertyValue::Dictionary{{"CFBundleIdentifier", "com.velmar.driver.Corvane2-10GE"}};
+    const RegistryObject found(registry, registry.matchingService(dictionary));
+    EXPECT_EQ(found.get() != 0, row.matches) << row.printed;
+  }
+}
+
 TEST(DumpRegistryPath, FailsWhenItIsTooLong) {
   std::string text;
   for (size_t depth = 0; depth < 12; ++depth) {

@@ -217,9 +217,10 @@ TEST(DumpTextProperties, MayBeVeryLong) {
 
 TEST(DumpProblemsSummary, NamesWhatOccurred) {
   EXPECT_EQ(DumpProblems{}.summary(), "");
-  EXPECT_EQ(DumpProblems{.cutLines = 1}.summary(), "1 line is cut");
+  EXPECT_EQ(DumpProblems{.cutLines = 1}.summary(), "1 line is cut (\"ioreg -l -w0\" cuts none)");
   EXPECT_EQ((DumpProblems{2, 1, 3, 1}).summary(),
-            "2 lines are cut, 1 line cannot be read, 3 values cannot be read, 1 value is redacted");
+            "2 lines are cut (\"ioreg -l -w0\" cuts none), 1 line cannot be read, 3 values cannot "
+            "be read, 1 value is redacted");
   EXPECT_EQ((DumpProblems{2, 1, 3, 1}).total(), 7u);
 }
 

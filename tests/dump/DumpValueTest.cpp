@@ -101,6 +101,18 @@ TEST(CutDumpValue, KeepsTheWholeMembersOfACollection) {
   EXPECT_EQ(problems, DumpProblems{.cutLines = 1});
 }
 
+TEST(CutDumpValue, ShowsWhatIsLeftOfTheLastDataOfADictionary) {
+  DumpProblems problems;
+  const auto value =
+      readDumpValue("{\"a\"=<2000>,\"Port World Wide Name\"=<2100001b32a$", problems);
+  ASSERT_TRUE(value.has_value());
+  EXPECT_EQ(*value, PropertyValue(Dictionary{{"a", Data{0x20, 0}},
+                                             {"Port World Wide Name", "<2100001b 32a*>"}}));
+  EXPECT_EQ(problems, DumpProblems{.cutLines = 1});
+  for (const char* printed : {"{\"a\"=<$", "{\"a\"=<\"bc$", "{\"a\"=<21xy$", "{\"a\"=<21"})
+    EXPECT_EQ(readDumpValue(printed, problems), PropertyValue(Dictionary{})) << printed;
+}
+
 TEST(SpoiltDumpValue, LosesOneMemberOnly) {
   DumpProblems problems;
   const auto value = readDumpValue("{\"a\"=?,\"b\"=2}", problems);

@@ -40,12 +40,15 @@ class FakeScriptRunner : public ScriptRunner {
   ScriptResult result{true, ""};
   std::vector<std::string> scripts;
   std::function<void()> onRun;  ///< called while a script runs, when set
+  bool asks = true;             ///< whether the user has to give a password for each
 
   ScriptResult run(const std::string& script) override {
     scripts.push_back(script);
     if (onRun) onRun();
     return result;
   }
+
+  bool asksForPassword() const override { return asks; }
 };
 
 }  // namespace corvane

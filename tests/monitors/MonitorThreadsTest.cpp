@@ -74,6 +74,29 @@ TEST_F(MonitorThreadsTest, FibreChannelAdaptersComeAndGoWhileOthersLook) {
   EXPECT_EQ(fake.registry.overReleases, 0);
 }
 
+// A departure that waits for its adapter must not hold the list meanwhile: whoever has the adapter
+// may ask the list.
+TEST_F(MonitorThreadsTest, TheAdaptersLockComesBeforeTheLists) {
+  const auto ports = addFibreChannelAdapter(fake.registry, {});
+  DeviceMonitorCORVANE2 monitor(fake.platform());
+  start(monitor);
+  fake.registry.publish(ports);
+  waitForPosts(1);
+  const auto device = monitor.getDevice("20:00:00:10:9B:12:34:56");
+  ASSERT_NE(device, nullptr);
+  {
+    const auto held = device->lock();
+    fake.registry.terminate(ports);
+    for (int look = 0; look < 10000; ++look) {
+      ASSERT_EQ(monitor.getDevice("20:00:00:10:9B:12:34:56"), device);
+      std::this_thread::yield();
+    }
+    EXPECT_EQ(device->port1()->portService(), ports[0]);
+  }
+  waitForPosts(2);
+  EXPECT_EQ(monitor.getDevice("20:00:00:10:9B:12:34:56"), nullptr);
+}
+
 TEST_F(MonitorThreadsTest, TenGigabitAdaptersComeAndGoWhileOthersLook) {
   const auto ports = addTenGigabitAdapter(fake.registry, {});
   {

@@ -167,6 +167,15 @@ TEST_F(AdministratorLockTest, GivesTheToolItsRights) {
   EXPECT_THAT(fakes.authorization.order, IsEmpty());
 }
 
+TEST_F(AdministratorLockTest, LeavesTheToolAsItIsWhereTheUserIsToBeAskedNothing) {
+  lock.askNothing();
+  lock.giveToolAdministratorRights();
+  EXPECT_THAT(fakes.scripts.scripts, IsEmpty());
+  fakes.scripts.asks = false;
+  lock.giveToolAdministratorRights();
+  EXPECT_EQ(fakes.scripts.scripts.size(), 1u) << "nobody is asked for it";
+}
+
 TEST_F(AdministratorLockTest, IsSetUpAnewWhenThePasswordDialogIsCancelled) {
   fakes.scripts.result = {false, "User canceled."};
   lock.giveToolAdministratorRights();

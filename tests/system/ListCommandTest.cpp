@@ -62,6 +62,21 @@ TEST_F(ListCommandTest, AnEmptyBenchIsAnEmptyArray) {
   EXPECT_EQ(answer.json(), nlohmann::ordered_json::array());
 }
 
+TEST_F(ListCommandTest, WithoutAdaptersTheTextAnswerIsEmptyAndANoteSaysSo) {
+  const auto answer = corvane({"--bench", bench("empty"), "list"});
+  EXPECT_EQ(answer.status, 0);
+  EXPECT_EQ(answer.output, "");
+  EXPECT_EQ(answer.errors, "corvane: list: there is no adapter\n");
+}
+
+TEST_F(ListCommandTest, AnEmptyNameIsNoBench) {
+  for (const char* option : {"--bench", "--dump", "--journal"}) {
+    const auto answer = corvane({option, "", "list"});
+    EXPECT_EQ(answer.status, 2) << option;
+    EXPECT_THAT(answer.errors, HasSubstr("the name is empty"));
+  }
+}
+
 TEST_F(ListCommandTest, AFullChainIsNumberedAlongIt) {
   const auto answer = corvane({"--bench", bench("chain-of-six"), "list", "--json"});
   ASSERT_EQ(answer.status, 0) << answer.errors;

@@ -89,6 +89,31 @@ TEST_F(LogsCommandTest, WhatCannotBeReadIsCounted) {
   EXPECT_THAT(list.errors, HasSubstr("13 lines are cut"));
 }
 
+TEST_F(LogsCommandTest, AnAdapterThatIsAttachedButCannotBeListedIsNamed) {
+  const auto cut = corvane({"--dump", CORVANE_TEST_DATA "/dumps/desktop-2013-cut.txt", "list"});
+  EXPECT_EQ(cut.status, 0);
+  EXPECT_THAT(cut.output, HasSubstr("Corvane2 10G SFP+"));
+  EXPECT_THAT(cut.errors, HasSubstr("Corvane2 16G FC at A - 1: attached, but not listed: its ports "
+                                    "are not whole in the dump; ask the customer"));
+  EXPECT_THAT(cut.errors, HasSubstr("\"ioreg -l -w0\" cuts none"));
+  const auto whole = corvane({"--dump", CORVANE_TEST_DATA "/dumps/desktop-2013.txt", "list"});
+  EXPECT_EQ(whole.errors, "");
+}
+
+TEST_F(LogsCommandTest, AnAdapterWhoseDriverDidNotRunIsNamed) {
+  std::string dump = content(CORVANE_TEST_DATA "/dumps/desktop-2013.txt");
+  const std::string driver = "com.velmar.Corvane2-FC";
+  for (size_t at = dump.find(driver); at != std::string::npos; at = dump.find(driver, at))
+    dump.replace(at, driver.size(), "com.example.other");
+  std::ofstream(path("ioreg.txt")) << dump;
+  const auto list = corvane({"--dump", path("ioreg.txt").string(), "list", "--json"});
+  ASSERT_EQ(list.status, 0);
+  EXPECT_EQ(list.json().size(), 1u);
+  EXPECT_EQ(list.errors,
+            "corvane: Corvane2 16G FC at A - 1: attached, but not listed: none of its ports is in "
+            "the dump, so its driver did not run\n");
+}
+
 TEST_F(LogsCommandTest, OtherFilesAreRefused) {
   const auto list = corvane({"--dump", CORVANE_SOURCE_DIR "/CMakeLists.txt", "list"});
   EXPECT_EQ(list.status, 1);

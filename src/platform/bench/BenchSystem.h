@@ -55,6 +55,7 @@ class BenchScriptRunner final : public ScriptRunner {
   BenchScriptRunner(BenchMachine& machine, Shell& shell);
 
   ScriptResult run(const std::string& script) override;
+  bool asksForPassword() const override { return false; }
 
  private:
   BenchMachine& machine_;

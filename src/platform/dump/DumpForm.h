@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "platform/PropertyValue.h"
@@ -22,6 +24,10 @@ class DumpForm {
 
   /// Whether a text value of the entry may be `text`: false only when it certainly is not.
   virtual bool mayHold(std::string_view entry, std::string_view text) const = 0;
+
+  /// What is left of the text under `key` when the dump was cut within it; else nothing.
+  virtual std::optional<std::string_view> cutText(std::string_view entry,
+                                                  std::string_view key) const = 0;
 };
 
 }  // namespace corvane

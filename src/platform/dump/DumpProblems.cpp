@@ -17,6 +17,7 @@ void addCount(std::string& text, size_t count, const char* one, const char* seve
 std::string DumpProblems::summary() const {
   std::string text;
   addCount(text, cutLines, "line is cut", "lines are cut");
+  if (cutLines > 0) text += " (\"ioreg -l -w0\" cuts none)";
   addCount(text, unreadableLines, "line cannot be read", "lines cannot be read");
   addCount(text, unreadableValues, "value cannot be read", "values cannot be read");
   addCount(text, redactedValues, "value is redacted", "values are redacted");

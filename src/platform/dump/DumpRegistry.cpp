@@ -122,7 +122,7 @@ std::vector<RegistryDump::Entry> DumpRegistry::matches(
     wanted.insert_or_assign(interfaceNameKey, *interface);
   }
   if (wanted.empty()) return {};
-  std::vector<RegistryDump::Entry> found = dump_.entriesWith(wanted);
+  std::vector<RegistryDump::Entry> found = dump_.entriesThatMayHold(wanted);
   std::erase_if(found, [&](RegistryDump::Entry entry) { return !dump_.isAnnounced(entry); });
   return found;
 }

@@ -219,6 +219,19 @@ bool DumpPropertyLines::isCutKey(std::string_view line) const {
   return cutInColumns || cutInKey;
 }
 
+std::optional<std::string_view> findCutDumpText(std::string_view entry, std::string_view key) {
+  DumpProblems ignored;
+  DumpPropertyLines lines(entry, ignored);
+  while (const std::optional<DumpProperty> property = lines.next()) {
+    std::string_view value = property->value;
+    if (property->key != key || !value.starts_with('"') || !value.ends_with('$')) continue;
+    value.remove_prefix(1);
+    value.remove_suffix(1);
+    return value;
+  }
+  return std::nullopt;
+}
+
 PropertyValue::Dictionary readDumpProperties(std::string_view entry, DumpProblems& problems) {
   PropertyValue::Dictionary properties;
   DumpPropertyLines lines(entry, problems);

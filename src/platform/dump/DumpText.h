@@ -88,6 +88,10 @@ class DumpPropertyLines {
   std::optional<KeyLine> keyLine_;  ///< of the property that next() gives
 };
 
+/// What is left of the text under `key` in an entry's text when it was cut at the width of a
+/// terminal; else nothing.
+std::optional<std::string_view> findCutDumpText(std::string_view entry, std::string_view key);
+
 /// All properties of an entry's text. Of a key that stands twice the last one counts.
 PropertyValue::Dictionary readDumpProperties(std::string_view entry, DumpProblems& problems);
 

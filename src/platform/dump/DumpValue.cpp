@@ -32,7 +32,8 @@ bool beginsValue(char character) {
 
 class ValueReader {
  public:
-  ValueReader(std::string_view text, DumpProblems& problems) : text_(text), problems_(problems) {}
+  ValueReader(std::string_view text, bool cut, DumpProblems& problems)
+      : text_(text), cut_(cut), problems_(problems) {}
 
   std::optional<PropertyValue> readWhole() {
     std::optional<PropertyValue> value = readValue(Within::Nothing, 0);
@@ -127,7 +128,7 @@ class ValueReader {
         position_ < noAngleFrom_ ? text_.find('>', position_) : std::string_view::npos;
     if (end == std::string_view::npos) {
       noAngleFrom_ = std::min(noAngleFrom_, position_);
-      return std::nullopt;
+      return within == Within::Dictionary ? readCutData() : std::nullopt;
     }
     const std::string_view digits = text_.substr(position_, end - position_);
     position_ = end + 1;
@@ -164,6 +165,22 @@ class ValueReader {
   }
 
   std::optional<PropertyValue> readRedacted(std::string_view digits) {
+    std::optional<PropertyValue> shown = partlyKnown(digits);
+    if (shown) ++problems_.redactedValues;
+    return shown;
+  }
+
+  /// The digits before the cut, and an asterisk for the others. Of none nothing is known.
+  std::optional<PropertyValue> readCutData() {
+    const std::string_view digits = text_.substr(position_);
+    if (!cut_ || digits.empty()) return std::nullopt;
+    std::optional<PropertyValue> shown = partlyKnown(std::string(digits) + "*");
+    if (shown) position_ = text_.size();
+    return shown;
+  }
+
+  /// Data of which some digits are asterisks, in the data's text form.
+  static std::optional<PropertyValue> partlyKnown(std::string_view digits) {
     constexpr size_t digitsPerGroup = 8;
     std::string shown = "<";
     for (size_t index = 0; index < digits.size(); ++index) {
@@ -171,7 +188,6 @@ class ValueReader {
       if (index > 0 && index % digitsPerGroup == 0) shown += ' ';
       shown += digits[index];
     }
-    ++problems_.redactedValues;
     return PropertyValue(shown + ">");
   }
 
@@ -237,6 +253,7 @@ class ValueReader {
   }
 
   std::string_view text_;
+  bool cut_;
   DumpProblems& problems_;
   size_t position_ = 0;
   bool spoilt_ = false;
@@ -255,7 +272,7 @@ std::optional<PropertyValue> readDumpValue(std::string_view text, DumpProblems& 
   const bool cut = text.ends_with('$');
   if (cut) text.remove_suffix(1);
   DumpProblems found;
-  std::optional<PropertyValue> value = ValueReader(text, found).readWhole();
+  std::optional<PropertyValue> value = ValueReader(text, cut, found).readWhole();
   const bool collection = value && (value->array() || value->dictionary());
   if (cut && !collection) value.reset();
   if (cut) {

@@ -38,6 +38,7 @@ class InertShell final : public Shell {
 class InertScriptRunner final : public ScriptRunner {
  public:
   ScriptResult run(const std::string& script) override;
+  bool asksForPassword() const override { return false; }
 };
 
 /// The lock stays closed.

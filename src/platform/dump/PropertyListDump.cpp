@@ -52,6 +52,11 @@ class PropertyListForm : public DumpForm {
     return !plain || entry.find(text) != std::string_view::npos;
   }
 
+  /// No terminal cuts a property list.
+  std::optional<std::string_view> cutText(std::string_view, std::string_view) const override {
+    return std::nullopt;
+  }
+
  private:
   static PropertyListTree parsed(std::string_view entry) {
     plist_t root = nullptr;

@@ -12,6 +12,9 @@ namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
+/// The fewest letters of a bundle identifier that tell its maker: "com.velm".
+constexpr size_t fewestLetters = 8;
+
 bool looksLikePropertyList(std::string_view bytes) {
   if (bytes.starts_with(byteOrderMark)) bytes.remove_prefix(byteOrderMark.size());
   const size_t begin = bytes.find_first_not_of(" \t\r\n");
@@ -97,6 +100,23 @@ std::vector<RegistryDump::Entry> RegistryDump::entriesWith(
   std::vector<Entry> found;
   for (Entry entry = 0; entry < nodes_.size(); ++entry) {
     if (holds(entry, wanted)) found.push_back(entry);
+  }
+  return found;
+}
+
+bool RegistryDump::mayHaveHeld(Entry entry, const PropertyValue::Dictionary& wanted) const {
+  return !wanted.empty() && std::all_of(wanted.begin(), wanted.end(), [&](const auto& want) {
+    const std::string* text = want.second.text();
+    const auto left = form_->cutText(bytes(entry), want.first);
+    return text && left && left->size() >= fewestLetters && text->starts_with(*left);
+  });
+}
+
+std::vector<RegistryDump::Entry> RegistryDump::entriesThatMayHold(
+    const PropertyValue::Dictionary& wanted) const {
+  std::vector<Entry> found;
+  for (Entry entry = 0; entry < nodes_.size(); ++entry) {
+    if (holds(entry, wanted) || mayHaveHeld(entry, wanted)) found.push_back(entry);
   }
   return found;
 }

@@ -55,6 +55,11 @@ class RegistryDump {
   /// The entries that hold all of `wanted` among their properties, in the dump's order.
   std::vector<Entry> entriesWith(const PropertyValue::Dictionary& wanted) const;
 
+  /// The entries that hold all of `wanted`, and those that may have held it before the dump was cut
+  /// at the width of a terminal: what is left of a text is its beginning, and long enough to tell
+  /// the maker by.
+  std::vector<Entry> entriesThatMayHold(const PropertyValue::Dictionary& wanted) const;
+
   /// The entries of that name.
   std::vector<Entry> entriesNamed(std::string_view name) const;
 
@@ -79,6 +84,7 @@ class RegistryDump {
 
   std::string_view bytes(Entry entry) const;
   bool holds(Entry entry, const PropertyValue::Dictionary& wanted) const;
+  bool mayHaveHeld(Entry entry, const PropertyValue::Dictionary& wanted) const;
 
   std::string bytes_;
   std::deque<Node> nodes_;  ///< grows without ever being copied

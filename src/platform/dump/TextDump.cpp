@@ -21,6 +21,12 @@ class TextForm : public DumpForm {
   bool mayHold(std::string_view entry, std::string_view text) const override {
     return entry.find(text) != std::string_view::npos;
   }
+
+  std::optional<std::string_view> cutText(std::string_view entry,
+                                          std::string_view key) const override {
+    if (entry.find('$') == std::string_view::npos) return std::nullopt;
+    return findCutDumpText(entry, key);
+  }
 };
 
 }  // namespace

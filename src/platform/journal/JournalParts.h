@@ -65,6 +65,7 @@ class JournalScriptRunner final : public ScriptRunner {
       : journal_(journal), wrapped_(wrapped) {}
 
   ScriptResult run(const std::string& script) override;
+  bool asksForPassword() const override { return wrapped_.asksForPassword(); }
 
  private:
   Journal& journal_;

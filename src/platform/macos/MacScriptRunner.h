@@ -8,6 +8,7 @@ namespace corvane::macos {
 class MacScriptRunner final : public ScriptRunner {
  public:
   ScriptResult run(const std::string& script) override;
+  bool asksForPassword() const override { return true; }
 };
 
 }  // namespace corvane::macos
