@@ -1,7 +1,11 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "ControllerState.h"
 #include "MainWindowControls.h"
+#include "platform/Registry.h"
 
 namespace corvane {
 
@@ -16,5 +20,9 @@ void showDumpedFibreChannelPort(MainWindowControls& controls, const ControllerSt
 void showDumpedFibreChannelDevice(MainWindowControls& controls, const ControllerState& state);
 void showDumpedTenGigabitPort(MainWindowControls& controls);
 void showDumpedTenGigabitDevice(MainWindowControls& controls);
+
+/// One sentence for each adapter that the dump shows to be attached but that could not be listed:
+/// which it is, and why. `isWhole` says whether everything in the dump could be read.
+std::vector<std::string> unlistedAdapters(Registry& registry, const DeviceList& list, bool isWhole);
 
 }  // namespace corvane

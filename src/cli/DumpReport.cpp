@@ -1,14 +1,10 @@
 #include "cli/DumpReport.h"
 
-#include <algorithm>
 #include <initializer_list>
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "DeviceList.h"
 #include "DumpPages.h"
-#include "discovery/AttachedAdapters.h"
-#include "platform/Platform.h"
 
 namespace corvane {
 
@@ -44,18 +40,6 @@ void forgetDriver(ordered_json& port) {
 }
 
 }  // namespace
-
-std::vector<std::string> unlistedAdapters(const Platform& platform, const DeviceList& list) {
-  std::vector<AttachedAdapter> attached = findAttachedAdapters(platform.registry);
-  for (const auto& entry : list.entries()) {
-    const auto listed = std::find(attached.begin(), attached.end(),
-                                  AttachedAdapter{entry.ProductType, entry.Sequence});
-    if (listed != attached.end()) attached.erase(listed);
-  }
-  std::vector<std::string> names;
-  for (const auto& adapter : attached) names.push_back(adapter.product + " at " + adapter.Sequence);
-  return names;
-}
 
 void keepWhatDumpTells(ordered_json& entry) {
   if (entry.at("family") == "FC") forget(entry, {"Version"});

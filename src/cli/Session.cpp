@@ -2,8 +2,8 @@
 
 #include <vector>
 
+#include "DumpPages.h"
 #include "cli/AdapterLabels.h"
-#include "cli/DumpReport.h"
 
 namespace corvane {
 
@@ -70,11 +70,9 @@ void Session::tellLeftUnmounted() {
 void Session::tellOfDump() {
   const std::string remark = launch_->remark();
   if (!remark.empty()) printNote(context_, launch_->source() + ": " + remark);
-  const char* const reason =
-      remark.empty() ? "none of its ports is in the dump, so its driver did not run"
-                     : "its ports are not whole in the dump; ask the customer for a whole one";
-  for (const std::string& name : unlistedAdapters(launch_->platform(), app_->state().CorvaneList))
-    printNote(context_, name + ": attached, but not listed: " + reason);
+  for (const std::string& sentence :
+       unlistedAdapters(launch_->platform().registry, app_->state().CorvaneList, remark.empty()))
+    printNote(context_, sentence);
 }
 
 int64_t Session::select(const std::string& label) {

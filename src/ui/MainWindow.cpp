@@ -183,6 +183,8 @@ void MainWindow::connectMenus() {
   connect(ui_->actionCopyDetails, &QAction::triggered, this, &MainWindow::copyDetails);
   connect(ui_->actionOpenSupportFolder, &QAction::triggered, this,
           &MainWindow::openSupportFolderRequested);
+  connect(ui_->actionOpenRegistryDump, &QAction::triggered, this,
+          &MainWindow::openRegistryDumpRequested);
   connect(ui_->actionClose, &QAction::triggered, this, &QWidget::close);
   connect(ui_->actionQuit, &QAction::triggered, qApp, &QApplication::quit);
   connect(ui_->actionFullScreen, &QAction::triggered, this,

@@ -33,6 +33,9 @@ class MainWindow : public QMainWindow {
   /// File > Open Support Folder was chosen.
   void openSupportFolderRequested();
 
+  /// File > Open Registry Dump was chosen.
+  void openRegistryDumpRequested();
+
  protected:
   void closeEvent(QCloseEvent* event) override;
 

@@ -1,11 +1,13 @@
 #include "ui/WindowSession.h"
 
+#include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
 
 #include "AppDelegate.h"
+#include "DumpPages.h"
 #include "ui/BenchMenu.h"
 #include "ui/MainWindow.h"
 #include "ui/PasswordSheet.h"
@@ -21,6 +23,8 @@ WindowSession::WindowSession(const LaunchOptions& options, QtMainQueue& mainQueu
   launch_.setPasswordPrompt([this] { return PasswordSheet::ask(window_.get()); });
   connect(window_.get(), &MainWindow::openSupportFolderRequested, this,
           &WindowSession::chooseSupportFolder);
+  connect(window_.get(), &MainWindow::openRegistryDumpRequested, this,
+          &WindowSession::chooseRegistryDump);
   delegate_->onlineUpdate().whileDownloading([this] { mainQueue_.serveWindow(); });
   if (launch_.isReadOnly()) delegate_->showAsDump("A registry dump cannot be changed.");
   window_->rememberGeometry(launch_.isReadOnly() ? "dumpWindow" : "mainWindow");
@@ -41,7 +45,35 @@ WindowSession::~WindowSession() {
 }
 
 void WindowSession::start() {
+  if (launch_.isReadOnly()) delegate_->whenDiscovered([this] { tellUnlisted(); });
   delegate_->applicationDidFinishLaunching();
+}
+
+// The toolkit tells of a program that is asked for while it is active by telling again that it is.
+void WindowSession::followReopening() {
+  const auto isActive = [](Qt::ApplicationState state) { return state == Qt::ApplicationActive; };
+  connect(qApp, &QGuiApplication::applicationStateChanged, this,
+          [this, isActive, wasActive = isActive(QGuiApplication::applicationState())](
+              Qt::ApplicationState state) mutable {
+            if (wasActive && isActive(state))
+              delegate_->applicationShouldHandleReopen(window_->isVisible());
+            wasActive = isActive(state);
+          });
+}
+
+void WindowSession::tellUnlisted() {
+  QStringList sentences;
+  const std::string remark = launch_.remark();
+  for (const std::string& sentence : unlistedAdapters(
+           launch_.platform().registry, delegate_->state().CorvaneList, remark.empty()))
+    sentences << QString::fromStdString(sentence);
+  if (sentences.isEmpty()) return;
+  auto* const box = new QMessageBox(QMessageBox::Information, tr("Registry Dump"),
+                                    sentences.join("\n"), QMessageBox::Ok, window_.get());
+  box->setObjectName("unlistedAdapters");
+  box->setInformativeText(QString::fromStdString(remark));
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->open();
 }
 
 void WindowSession::addBenchMenu() {
@@ -53,11 +85,22 @@ void WindowSession::addBenchMenu() {
 void WindowSession::chooseSupportFolder() {
   auto* const panel = new QFileDialog(window_.get(), tr("Open Support Folder"));
   panel->setObjectName("supportFolderPanel");
-  panel->setAttribute(Qt::WA_DeleteOnClose);
   panel->setFileMode(QFileDialog::Directory);
-  panel->setOption(QFileDialog::ReadOnly);
-  connect(panel, &QFileDialog::fileSelected, this, &WindowSession::openDump);
-  panel->open();
+  choose(*panel);
+}
+
+void WindowSession::chooseRegistryDump() {
+  auto* const panel = new QFileDialog(window_.get(), tr("Open Registry Dump"));
+  panel->setObjectName("registryDumpPanel");
+  panel->setFileMode(QFileDialog::ExistingFile);
+  choose(*panel);
+}
+
+void WindowSession::choose(QFileDialog& panel) {
+  panel.setAttribute(Qt::WA_DeleteOnClose);
+  panel.setOption(QFileDialog::ReadOnly);
+  connect(&panel, &QFileDialog::fileSelected, this, &WindowSession::openDump);
+  panel.open();
 }
 
 void WindowSession::openDump(const QString& path) {
@@ -68,7 +111,7 @@ void WindowSession::openDump(const QString& path) {
     dumps_.back()->start();
   } catch (const LaunchFailure& failure) {
     auto* const box =
-        new QMessageBox(QMessageBox::Warning, tr("Open Support Folder"),
+        new QMessageBox(QMessageBox::Warning, tr("Open Registry Dump"),
                         QString::fromStdString(failure.what()), QMessageBox::Ok, window_.get());
     box->setInformativeText(QString::fromStdString(failure.hint()));
     box->setAttribute(Qt::WA_DeleteOnClose);

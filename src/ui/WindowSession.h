@@ -8,6 +8,8 @@
 #include "ui/QtMainQueue.h"
 #include "ui/QtPrompts.h"
 
+class QFileDialog;
+
 namespace corvane {
 
 class AppDelegate;
@@ -31,13 +33,20 @@ class WindowSession : public QObject {
   /// Launches the application, which shows the window.
   void start();
 
+  /// Shows the window again when the user asks for the program that runs already, as a click on its
+  /// icon in the Mac's Dock does. For the program's own window.
+  void followReopening();
+
   MainWindow& window() { return *window_; }
   AppDelegate& delegate() { return *delegate_; }
 
  private:
   void addBenchMenu();
   void chooseSupportFolder();
+  void chooseRegistryDump();
+  void choose(QFileDialog& panel);
   void openDump(const QString& path);
+  void tellUnlisted();
 
   QtMainQueue& mainQueue_;
   QtPrompts prompts_;

@@ -66,6 +66,7 @@ int run(const QApplication& application) {
     tell(failure);
     return static_cast<int>(failure.status());
   }
+  session->followReopening();
   session->start();
   return QApplication::exec();
 }
@@ -80,6 +81,10 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName("CORVANE Utility");
   QApplication::setApplicationVersion(CORVANE_VERSION);
   QApplication::setDesktopFileName("corvane-utility");
+#ifdef Q_OS_MACOS
+  // A Mac's program goes on without a window until it is quit, and shows it again on request.
+  QApplication::setQuitOnLastWindowClosed(false);
+#endif
   QApplication::setWindowIcon(corvane::artworkIcon("corvane.icns"));
   return corvane::run(application);
 }

@@ -1,0 +1,106 @@
+#include "ui/WindowSession.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "AppDelegate.h"
+#include "UiTest.h"
+#include "platform/bench/BenchFile.h"
+#include "ui/MainWindow.h"
+#include "ui/QtMainQueue.h"
+
+using namespace corvane;
+
+/// The window with the platform that its options choose.
+class WindowSessionTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void aProgramAskedForAgainShowsItsWindow();
+  void anAdapterThatADumpCannotListIsNamed();
+  void aWholeDumpIsShownWithoutRemark();
+  void aFileIsOpenedAsADump();
+
+ private:
+  static LaunchOptions benchIn(const QTemporaryDir& folder);
+};
+
+namespace {
+const UiTestRegistration<WindowSessionTest> windowSessionTest;
+
+/// The window of that title that is on show; null when there is none.
+QWidget* windowTitled(const QString& title) {
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (window->isVisible() && window->windowTitle() == title) return window;
+  return nullptr;
+}
+
+LaunchOptions dumpOptions(const std::string& name) {
+  LaunchOptions options;
+  options.dump = CORVANE_TEST_DATA "/dumps/" + name;
+  return options;
+}
+}  // namespace
+
+LaunchOptions WindowSessionTest::benchIn(const QTemporaryDir& folder) {
+  LaunchOptions options;
+  options.bench = folder.filePath("bench.json").toStdString();
+  BenchState state;
+  state.clockRate = 1000;
+  BenchFile(options.bench).create(state);
+  return options;
+}
+
+void WindowSessionTest::aProgramAskedForAgainShowsItsWindow() {
+  const QTemporaryDir folder;
+  QtMainQueue queue;
+  WindowSession session(benchIn(folder), queue);
+  session.followReopening();
+  session.start();
+  session.window().close();
+  emit qApp->applicationStateChanged(Qt::ApplicationInactive);
+  emit qApp->applicationStateChanged(Qt::ApplicationActive);
+  QVERIFY2(!session.window().isVisible(), "switching to a program does not ask for its window");
+  emit qApp->applicationStateChanged(Qt::ApplicationActive);
+  QVERIFY(session.window().isVisible());
+  emit qApp->applicationStateChanged(Qt::ApplicationActive);
+  QVERIFY(session.window().isVisible());
+}
+
+void WindowSessionTest::anAdapterThatADumpCannotListIsNamed() {
+  QtMainQueue queue;
+  WindowSession session(dumpOptions("desktop-2013-cut.txt"), queue);
+  session.start();
+  QTRY_VERIFY(session.window().findChild<QMessageBox*>("unlistedAdapters"));
+  const auto* const box = session.window().findChild<QMessageBox*>("unlistedAdapters");
+  QVERIFY(box->text().startsWith("Corvane2 16G FC at A - 1: attached, but not listed"));
+  QVERIFY(box->informativeText().contains("13 lines are cut"));
+}
+
+void WindowSessionTest::aWholeDumpIsShownWithoutRemark() {
+  QtMainQueue queue;
+  WindowSession session(dumpOptions("desktop-2013.txt"), queue);
+  session.start();
+  QTRY_COMPARE(session.delegate().controls().deviceTable.selectedRow(), 0);
+  QVERIFY(!session.window().findChild<QMessageBox*>("unlistedAdapters"));
+}
+
+void WindowSessionTest::aFileIsOpenedAsADump() {
+  const QTemporaryDir folder;
+  QtMainQueue queue;
+  WindowSession session(benchIn(folder), queue);
+  session.start();
+  session.window().findChild<QAction*>("actionOpenRegistryDump")->trigger();
+  auto* const panel = session.window().findChild<QFileDialog*>("registryDumpPanel");
+  QVERIFY(panel);
+  QCOMPARE(panel->fileMode(), QFileDialog::ExistingFile);
+  emit panel->fileSelected(CORVANE_TEST_DATA "/dumps/desktop-2013.plist");
+  QTRY_VERIFY(windowTitled("desktop-2013.plist (read-only) - CORVANE Utility"));
+  panel->close();
+}
+
+#include "WindowSessionTest.moc"
