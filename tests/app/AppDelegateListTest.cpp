@@ -1,4 +1,5 @@
 #include "ApplicationFixture.h"
+#include "DeviceListEntries.h"
 #include "DeviceMonitorCORVANE2_10GE/Corvane2Device_10GE.h"
 #include "DeviceMonitorCORVANE2_8FC/DeviceMonitorCORVANE2.h"
 
@@ -65,6 +66,18 @@ TEST_F(AppDelegateListTest, TheIconFollowsTheNotification) {
   adapter.model = 0x12;
   plug(adapter);
   EXPECT_EQ(onlyEntry().image, "corvane3_2.icns");
+}
+
+TEST_F(AppDelegateListTest, EachNotificationAndProductHasItsIcon) {
+  EXPECT_EQ(iconOfNotification("Corvane2Appeared"), "corvane2_2.icns");
+  EXPECT_EQ(iconOfNotification("Corvane3Appeared"), "corvane3_2.icns");
+  EXPECT_EQ(iconOfNotification("Corvane2Appeared_10GE"), "corvane2_2.icns");
+  EXPECT_EQ(iconOfNotification("Corvane3Appeared_10GE"), "corvane3_2.icns");
+  EXPECT_EQ(iconOfNotification("Corvane4Appeared"), "corvane2_2.icns");
+  EXPECT_EQ(iconOfProduct("Corvane2 10G Base-T"), "corvane2_2.icns");
+  EXPECT_EQ(iconOfProduct("Corvane3 NBASE-T1"), "corvane3_2.icns");
+  EXPECT_EQ(iconOfProduct("Corvane2 or Corvane3"), "corvane2_2.icns");
+  EXPECT_EQ(iconOfProduct("(null)"), "corvane2_2.icns");
 }
 
 TEST_F(AppDelegateListTest, TheListIsInOrderOfTheLabels) {

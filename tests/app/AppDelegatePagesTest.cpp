@@ -149,6 +149,17 @@ TEST_F(AppDelegatePagesTest, RefreshReadsThePortOnShowAgain) {
   EXPECT_EQ(page(), Page::FibreChannelPort);
 }
 
+TEST_F(AppDelegatePagesTest, RefreshShowsThe10GbEPortOnShowAgain) {
+  plug(tenGigabit(true, true));
+  for (const auto& [button, address] : {std::pair{&controls().port2Button, "00:1B:21:AA:CC:01"},
+                                        std::pair{&controls().port1Button, "00:1B:21:AA:CC:00"}}) {
+    button->click();
+    controls().macAddress.setText("stale");
+    controls().refreshButton.click();
+    EXPECT_EQ(controls().macAddress.text(), address);
+  }
+}
+
 TEST_F(AppDelegatePagesTest, RefreshOnTheDevicePageReadsItToo) {
   plug(FakeFibreChannelAdapter{});
   controls().deviceButton.click();

@@ -144,6 +144,15 @@ TEST_F(FibreChannelMonitorTest, BothPortsInOneBatchPostOnce) {
               ElementsAre(Pair("Corvane2Appeared", "20:00:00:10:9B:12:34:56")));
 }
 
+TEST_F(FibreChannelMonitorTest, TheProductIsLoggedBeforeTheAdapterIsAnnounced) {
+  start();
+  std::string logged;
+  const auto observation = fake.notifications.observe(
+      "Corvane2Appeared", [&](const Notification&) { logged = fake.log.lines().back(); });
+  plug({});
+  EXPECT_EQ(logged, "Corvane2 16G FC");
+}
+
 TEST_F(FibreChannelMonitorTest, OtherServicesAreLeftAlone) {
   start();
   FakeFibreChannelAdapter other;

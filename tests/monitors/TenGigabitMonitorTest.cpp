@@ -102,6 +102,15 @@ TEST_F(TenGigabitMonitorTest, AdaptersPresentAtTheStartAreReported) {
   EXPECT_EQ(posted, 2U);
 }
 
+TEST_F(TenGigabitMonitorTest, TheProductIsLoggedBeforeTheAdapterIsAnnounced) {
+  start();
+  std::string logged;
+  const auto observation = fake.notifications.observe(
+      "Corvane2Appeared_10GE", [&](const Notification&) { logged = fake.log.lines().back(); });
+  publish(addTenGigabitAdapter(fake.registry, {}));
+  EXPECT_EQ(logged, "Corvane2 10G SFP+");
+}
+
 TEST_F(TenGigabitMonitorTest, DepartureIsPostedOnceFromAGlobalQueue) {
   start();
   FakeTenGigabitAdapter adapter;
