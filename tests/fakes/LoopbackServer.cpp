@@ -4,6 +4,7 @@
 
 #include <condition_variable>
 #include <cstdlib>
+#include <map>
 #include <mutex>
 #include <stdexcept>
 #include <thread>
@@ -25,6 +26,22 @@ struct LoopbackServer::State {
   std::condition_variable closing;
   bool closed = false;
   std::vector<std::string> requests;
+  std::map<std::string, httplib::Server::Handler> answers;  ///< by path
+
+  void answer(const std::string& path, httplib::Server::Handler handler) {
+    const std::lock_guard lock(mutex);
+    answers[path] = std::move(handler);
+  }
+
+  httplib::Server::HandlerResponse take(const httplib::Request& request,
+                                        httplib::Response& response) {
+    const std::lock_guard lock(mutex);
+    requests.push_back(request.path);
+    const auto found = answers.find(request.path);
+    if (found == answers.end()) return httplib::Server::HandlerResponse::Unhandled;
+    found->second(request, response);
+    return httplib::Server::HandlerResponse::Handled;
+  }
 
   void waitForClosing() {
     std::unique_lock lock(mutex);
@@ -35,10 +52,8 @@ struct LoopbackServer::State {
 LoopbackServer::LoopbackServer() : state_(std::make_unique<State>()) {
   setenv("no_proxy", loopback, 1);
   state_->server.set_pre_routing_handler(
-      [state = state_.get()](const httplib::Request& request, httplib::Response&) {
-        const std::lock_guard lock(state->mutex);
-        state->requests.push_back(request.path);
-        return httplib::Server::HandlerResponse::Unhandled;
+      [state = state_.get()](const httplib::Request& request, httplib::Response& response) {
+        return state->take(request, response);
       });
   state_->server.set_keep_alive_max_count(1);
   state_->port = state_->server.bind_to_any_port(loopback);
@@ -62,13 +77,13 @@ std::string LoopbackServer::url(const std::string& path) const {
 }
 
 void LoopbackServer::serve(const std::string& path, const std::string& body) {
-  state_->server.Get(path, [body](const httplib::Request&, httplib::Response& response) {
+  state_->answer(path, [body](const httplib::Request&, httplib::Response& response) {
     response.set_content(body, contentType);
   });
 }
 
 void LoopbackServer::serveWithoutLength(const std::string& path, const std::string& body) {
-  state_->server.Get(path, [body](const httplib::Request&, httplib::Response& response) {
+  state_->answer(path, [body](const httplib::Request&, httplib::Response& response) {
     response.set_chunked_content_provider(contentType, [body](size_t, httplib::DataSink& sink) {
       sink.write(body.data(), body.size());
       sink.done();
@@ -78,20 +93,20 @@ void LoopbackServer::serveWithoutLength(const std::string& path, const std::stri
 }
 
 void LoopbackServer::redirect(const std::string& path, const std::string& target) {
-  state_->server.Get(path, [target](const httplib::Request&, httplib::Response& response) {
+  state_->answer(path, [target](const httplib::Request&, httplib::Response& response) {
     response.set_redirect(target);
   });
 }
 
 void LoopbackServer::fail(const std::string& path, int status) {
-  state_->server.Get(path, [status](const httplib::Request&, httplib::Response& response) {
+  state_->answer(path, [status](const httplib::Request&, httplib::Response& response) {
     response.status = status;
     response.set_content("an error page", "text/html");
   });
 }
 
 void LoopbackServer::cut(const std::string& path, const std::string& body, size_t announced) {
-  state_->server.Get(path, [body, announced](const httplib::Request&, httplib::Response& response) {
+  state_->answer(path, [body, announced](const httplib::Request&, httplib::Response& response) {
     response.set_content_provider(announced, contentType,
                                   [body](size_t offset, size_t, httplib::DataSink& sink) {
                                     if (offset != 0) return false;
@@ -101,8 +116,8 @@ void LoopbackServer::cut(const std::string& path, const std::string& body, size_
 }
 
 void LoopbackServer::stall(const std::string& path, const std::string& body) {
-  state_->server.Get(path, [body, state = state_.get()](const httplib::Request&,
-                                                        httplib::Response& response) {
+  state_->answer(path, [body, state = state_.get()](const httplib::Request&,
+                                                    httplib::Response& response) {
     response.set_content_provider(body.size() + 1, contentType,
                                   [body, state](size_t offset, size_t, httplib::DataSink& sink) {
                                     if (offset == 0) return sink.write(body.data(), body.size());
@@ -114,7 +129,7 @@ void LoopbackServer::stall(const std::string& path, const std::string& body) {
 
 void LoopbackServer::trickle(const std::string& path, const std::string& body,
                              std::chrono::milliseconds pause) {
-  state_->server.Get(path, [body, pause](const httplib::Request&, httplib::Response& response) {
+  state_->answer(path, [body, pause](const httplib::Request&, httplib::Response& response) {
     response.set_content_provider(body.size(), contentType,
                                   [body, pause](size_t offset, size_t, httplib::DataSink& sink) {
                                     std::this_thread::sleep_for(pause);
@@ -124,7 +139,7 @@ void LoopbackServer::trickle(const std::string& path, const std::string& body,
 }
 
 void LoopbackServer::serveEndlessly(const std::string& path) {
-  state_->server.Get(path, [](const httplib::Request&, httplib::Response& response) {
+  state_->answer(path, [](const httplib::Request&, httplib::Response& response) {
     response.set_chunked_content_provider(contentType, [](size_t, httplib::DataSink& sink) {
       const std::string zeroes(65'536, '\0');
       return sink.write(zeroes.data(), zeroes.size());
