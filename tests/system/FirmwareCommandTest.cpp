@@ -172,7 +172,8 @@ class KilledUpdateTest : public FirmwareCommandTest {
 
   std::set<std::string> mountedVolumes() const {
     std::set<std::string> names;
-    for (const auto& disk : state()["disks"]) {
+    const auto bench = state();
+    for (const auto& disk : bench["disks"]) {
       if (disk.value("mounted", false)) names.insert(disk["name"]);
       if (!disk.contains("partitions")) continue;
       for (const auto& partition : disk["partitions"]) {
