@@ -90,28 +90,20 @@ TEST_F(CorvaneAPIInformation, VendorNumberHasAllItsBytes) {
   EXPECT_EQ(api.pcivendor, 0x12345678000010DFU);
 }
 
-TEST_F(CorvaneAPIInformation, OneMeansAutomatic) {
-  putWord(reply, 80, 1);
-  putWord(reply, 92, 1);
-  read();
-  EXPECT_EQ(api.portSpeed, 0U);
-  EXPECT_EQ(api.settingSpeed, 0U);
-}
-
-TEST_F(CorvaneAPIInformation, ZeroMeansAutomatic) {
-  putWord(reply, 80, 0);
-  putWord(reply, 92, 0);
-  read();
-  EXPECT_EQ(api.portSpeed, 0U);
-  EXPECT_EQ(api.settingSpeed, 0U);
-}
-
-TEST_F(CorvaneAPIInformation, UnknownSpeedsStandAsTheyAre) {
-  putWord(reply, 80, 2);
-  putWord(reply, 92, 32000);
-  read();
-  EXPECT_EQ(api.portSpeed, 2U);
-  EXPECT_EQ(api.settingSpeed, 32000U);
+TEST_F(CorvaneAPIInformation, ZeroAndOneMeanAutomaticAndOtherSpeedsStandAsTheyAre) {
+  const std::map<uint32_t, uint64_t> expected{{0, 0}, {1, 0}, {2, 2}, {4000, 4000}, {32000, 32000}};
+  for (const auto& [reported, speed] : expected) {
+    putWord(reply, 80, reported);
+    putWord(reply, 92, reported == 1 ? 0 : 1);
+    read();
+    EXPECT_EQ(api.portSpeed, speed) << reported;
+    EXPECT_EQ(api.settingSpeed, 0U) << reported;
+    putWord(reply, 80, 2000);
+    putWord(reply, 92, reported);
+    read();
+    EXPECT_EQ(api.portSpeed, 2000U) << reported;
+    EXPECT_EQ(api.settingSpeed, speed) << reported;
+  }
 }
 
 TEST_F(CorvaneAPIInformation, QueueDepthOfZeroMeans512) {

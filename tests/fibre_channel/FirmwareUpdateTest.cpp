@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "CORVANE2Archive/CORVANE2Archive.h"
 #include "Volumes.h"
+#include "fakes/OneFilePackage.h"
 #include "fibre_channel/FibreChannelFixture.h"
 
 using namespace corvane;
@@ -54,24 +54,9 @@ class FirmwareUpdateTest : public FibreChannelFixture {
 
   std::string writePackage(const std::string& name, const std::string& image,
                            const std::string& member = "emulex.grp",
-                           std::string version = "2.0.1") {
+                           const std::string& version = "2.0.1") {
     const std::string path = (folder / name).string();
-    std::string packageId = "package";
-    std::string memberId = member;
-    std::string bytes = image;
-    ArchiveInfo info;
-    info.id = packageId.data();
-    info.version = version.data();
-    info.fileCount = 1;
-    ArchiveFile file;
-    file.id = memberId.data();
-    file.version = version.data();
-    file.description = packageId.data();
-    file.name = memberId.data();
-    file.size = static_cast<int32_t>(bytes.size());
-    file.data = reinterpret_cast<uint8_t*>(bytes.data());
-    const ArchiveFile* files[] = {&file};
-    EXPECT_EQ(CORVANE2Archive_Compress(path.c_str(), info, files), ArchiveSuccess);
+    writeOneFilePackage(path, image, member, version);
     return path;
   }
 

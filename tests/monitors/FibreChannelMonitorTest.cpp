@@ -1,8 +1,7 @@
 #include "DeviceMonitorCORVANE2_8FC/DeviceMonitorCORVANE2.h"
 
 #include "fakes/FakeAdapters.h"
-#include "fakes/FakePlatform.h"
-#include "fakes/ManualDispatch.h"
+#include "monitors/MonitorFixture.h"
 
 using namespace corvane;
 using ::testing::ElementsAre;
@@ -15,32 +14,18 @@ const std::vector<std::string> fibreChannelStartLines{
     "CFDictionaryCreateMutable successfully", "CFDictionaryCreateMutable successfully",
     "IONotificationPortCreate successfully", "IONotificationPortGetRunLoopSource successfully"};
 
-class FibreChannelMonitorTest : public ::testing::Test {
+class FibreChannelMonitorTest : public MonitorFixture<DeviceMonitorCORVANE2> {
  protected:
   FibreChannelMonitorTest() {
     fake.bundles.install("/Library/Extensions/Corvane2-FC.kext", "2.0.8");
   }
 
-  void start() {
-    monitor.start();
-    dispatch.runUntilIdle();
-  }
-
   /// Adds and publishes an adapter, port by port.
   std::vector<RegistryHandle> plug(const FakeFibreChannelAdapter& adapter) {
     const auto ports = addFibreChannelAdapter(fake.registry, adapter);
-    fake.registry.publish(ports);
+    publish(ports);
     return ports;
   }
-
-  void unplug(const std::vector<RegistryHandle>& ports) {
-    fake.registry.terminate(ports);
-    dispatch.runUntilIdle();
-  }
-
-  ManualDispatch dispatch;
-  FakePlatform fake{dispatch};
-  DeviceMonitorCORVANE2 monitor{fake.platform()};
 };
 
 struct FibreChannelAppearanceRow {
@@ -187,7 +172,7 @@ TEST_F(FibreChannelMonitorTest, AHalfPluggedAdapterGoesWithItsOnePort) {
   start();
   const auto ports = addFibreChannelAdapter(fake.registry, {});
   fake.registry.publish({ports[0]});
-  unplug({ports[0]});
+  terminate({ports[0]});
   EXPECT_THAT(fake.notifications.posts(),
               ElementsAre(Pair("Corvane2Disppeared", "20:00:00:10:9B:12:34:56")));
 }
@@ -196,7 +181,7 @@ TEST_F(FibreChannelMonitorTest, APortThatReturnsWhileItsPartnerStayedIsRefused) 
   start();
   const auto ports = plug({});
   fake.notifications.clear();
-  unplug({ports[0]});
+  terminate({ports[0]});
   fake.registry.publish({ports[0]});
   EXPECT_THAT(fake.notifications.posts(), IsEmpty());
   const auto device = monitor.getDevice("20:00:00:10:9B:12:34:56");
@@ -207,7 +192,7 @@ TEST_F(FibreChannelMonitorTest, APortThatReturnsWhileItsPartnerStayedIsRefused) 
 TEST_F(FibreChannelMonitorTest, AnAdapterPluggedInAgainIsAnnouncedAgain) {
   start();
   const auto ports = plug({});
-  unplug(ports);
+  terminate(ports);
   fake.notifications.clear();
   fake.registry.publish(ports);
   EXPECT_THAT(fake.notifications.posts(),
@@ -220,7 +205,7 @@ TEST_F(FibreChannelMonitorTest, APortWithoutNodeNameIsLeftAlone) {
   fake.registry.setProperty(ports[0], "Controller Characteristics", PropertyValue());
   fake.registry.publish({ports[0]});
   EXPECT_EQ(fake.registry.references(), 2) << "the two iterators";
-  unplug({ports[0]});
+  terminate({ports[0]});
   EXPECT_THAT(fake.notifications.posts(), IsEmpty());
 }
 
@@ -232,7 +217,7 @@ TEST_F(FibreChannelMonitorTest, ADepartedPortThatIsNotKnownIsIgnored) {
       ports[0], "Controller Characteristics",
       PropertyValue::Dictionary{{"Node World Wide Name", PropertyValue::Data(8, 9)},
                                 {"Port World Wide Name", PropertyValue::Data(8, 9)}});
-  unplug({ports[0]});
+  terminate({ports[0]});
   EXPECT_EQ(fake.notifications.posts().size(), 1U) << "the arrival alone";
   EXPECT_NE(monitor.getDevice("20:00:00:10:9B:12:34:56"), nullptr);
 }

@@ -1,6 +1,7 @@
 // The monitors on real threads: what the thread sanitizer looks at.
 
 #include <atomic>
+#include <functional>
 #include <thread>
 
 #include "DeviceMonitorCORVANE2_10GE/DeviceMonitorCORVANE2_10GE.h"
@@ -36,6 +37,23 @@ class MonitorThreadsTest : public ::testing::Test {
     while (fake.notifications.posts().size() < count) std::this_thread::yield();
   }
 
+  /// Plugs the ports in and out again and again while another thread looks.
+  void plugWhile(const std::function<void()>& look, const std::vector<RegistryHandle>& ports,
+                 size_t cycles) {
+    std::atomic<bool> done{false};
+    std::thread reader([&] {
+      while (!done) look();
+    });
+    for (size_t cycle = 0; cycle < cycles; ++cycle) {
+      fake.registry.publish(ports);
+      waitForPosts(2 * cycle + 1);
+      fake.registry.terminate(ports);
+      waitForPosts(2 * cycle + 2);
+    }
+    done = true;
+    reader.join();
+  }
+
   PlainMainQueue mainQueue;
   ThreadDispatch dispatch{mainQueue, veryFast};
   FakePlatform fake{dispatch};
@@ -48,27 +66,17 @@ TEST_F(MonitorThreadsTest, FibreChannelAdaptersComeAndGoWhileOthersLook) {
   {
     DeviceMonitorCORVANE2 monitor(fake.platform());
     start(monitor);
-    std::atomic<bool> done{false};
-    std::thread reader([&] {
-      while (!done) {
-        if (const auto device = monitor.getDevice("20:00:00:10:9B:12:34:56")) {
-          const auto port = device->port1();
-          if (port) {
-            EXPECT_LE(port->retainedService().get(), ports[1]);
-          }
-          device->isEmpty();
+    const auto look = [&] {
+      if (const auto device = monitor.getDevice("20:00:00:10:9B:12:34:56")) {
+        const auto port = device->port1();
+        if (port) {
+          EXPECT_LE(port->retainedService().get(), ports[1]);
         }
-        monitor.getBSDVolumeList();
+        device->isEmpty();
       }
-    });
-    for (size_t cycle = 0; cycle < 200; ++cycle) {
-      fake.registry.publish(ports);
-      waitForPosts(2 * cycle + 1);
-      fake.registry.terminate(ports);
-      waitForPosts(2 * cycle + 2);
-    }
-    done = true;
-    reader.join();
+      monitor.getBSDVolumeList();
+    };
+    plugWhile(look, ports, 200);
   }
   EXPECT_EQ(fake.registry.references(), 0);
   EXPECT_EQ(fake.registry.overReleases, 0);
@@ -102,26 +110,16 @@ TEST_F(MonitorThreadsTest, TenGigabitAdaptersComeAndGoWhileOthersLook) {
   {
     DeviceMonitorCORVANE2_10GE monitor(fake.platform());
     start(monitor);
-    std::atomic<bool> done{false};
-    std::thread reader([&] {
-      while (!done) {
-        if (const auto device = monitor.getDevice("12")) {
-          const auto port = device->port2();
-          if (port && port->macAddr()) {
-            EXPECT_EQ(port->macAddr()->size(), 17U);
-          }
-          device->sortDeviceSequence(fake.registry, ports[0]);
+    const auto look = [&] {
+      if (const auto device = monitor.getDevice("12")) {
+        const auto port = device->port2();
+        if (port && port->macAddr()) {
+          EXPECT_EQ(port->macAddr()->size(), 17U);
         }
+        device->sortDeviceSequence(fake.registry, ports[0]);
       }
-    });
-    for (size_t cycle = 0; cycle < 50; ++cycle) {
-      fake.registry.publish(ports);
-      waitForPosts(2 * cycle + 1);
-      fake.registry.terminate(ports);
-      waitForPosts(2 * cycle + 2);
-    }
-    done = true;
-    reader.join();
+    };
+    plugWhile(look, ports, 50);
   }
   EXPECT_EQ(fake.registry.references(), 0);
 }

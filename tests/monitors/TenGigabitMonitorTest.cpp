@@ -1,8 +1,7 @@
 #include "DeviceMonitorCORVANE2_10GE/DeviceMonitorCORVANE2_10GE.h"
 #include "DeviceMonitorCORVANE2_10GE/SmallTree.h"
 #include "fakes/FakeAdapters.h"
-#include "fakes/FakePlatform.h"
-#include "fakes/ManualDispatch.h"
+#include "monitors/MonitorFixture.h"
 
 using namespace corvane;
 using std::chrono::seconds;
@@ -13,27 +12,13 @@ using ::testing::Pair;
 
 namespace {
 
-class TenGigabitMonitorTest : public ::testing::Test {
+class TenGigabitMonitorTest : public MonitorFixture<DeviceMonitorCORVANE2_10GE> {
  protected:
+  /// Starts the monitor and lets the time pass that it waits before it registers.
   void start() {
-    monitor.start();
+    MonitorFixture::start();
     dispatch.advance(seconds(10));
   }
-
-  /// Publishes the services and lets the time pass that the ports take.
-  void publish(const std::vector<RegistryHandle>& ports) {
-    fake.registry.publish(ports);
-    dispatch.runUntilIdle();
-  }
-
-  void terminate(const std::vector<RegistryHandle>& ports) {
-    fake.registry.terminate(ports);
-    dispatch.runUntilIdle();
-  }
-
-  ManualDispatch dispatch;
-  FakePlatform fake{dispatch};
-  DeviceMonitorCORVANE2_10GE monitor{fake.platform()};
 };
 
 struct TenGigabitAppearanceRow {

@@ -1,7 +1,6 @@
 #include "DeviceMonitorCORVANE2_8FC/DeviceMonitorCORVANE2.h"
 #include "fakes/FakeAdapters.h"
-#include "fakes/FakePlatform.h"
-#include "fakes/ManualDispatch.h"
+#include "monitors/MonitorFixture.h"
 
 using namespace corvane;
 using ::testing::ElementsAre;
@@ -10,23 +9,14 @@ using ::testing::UnorderedElementsAre;
 
 namespace {
 
-class VolumeTrackingTest : public ::testing::Test {
+class VolumeTrackingTest : public MonitorFixture<DeviceMonitorCORVANE2> {
  protected:
-  void start() {
-    monitor.start();
-    dispatch.runUntilIdle();
-  }
-
   /// A disk's registry entry below a driver of that name.
   RegistryHandle addDisk(const std::string& name, const std::string& driver = "VelmarCORVANE") {
     return fake.registry.add(
         fake.registry.addChain(fake.registry.root, {"pci-bridge", driver, "IOBlockStorageDriver"}),
         "Media", {{"BSD Name", PropertyValue(name)}});
   }
-
-  ManualDispatch dispatch;
-  FakePlatform fake{dispatch};
-  DeviceMonitorCORVANE2 monitor{fake.platform()};
 };
 
 }  // namespace

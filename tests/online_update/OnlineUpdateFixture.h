@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "CORVANE2Archive/CORVANE2Archive.h"
 #include "OnlineUpdate/OnlineUpdate.h"
 #include "Volumes.h"
+#include "fakes/OneFilePackage.h"
 #include "fibre_channel/FibreChannelFixture.h"
 #include "online_update/CatalogueText.h"
 
@@ -80,22 +80,7 @@ class OnlineUpdateFixture : public FibreChannelFixture {
   /// The bytes of a package that holds `image` as `member`.
   std::string package(const std::string& image, const std::string& member = "emulex.grp") {
     const std::string path = folder_.string() + "/made.pkg";
-    std::string text = "1.0";
-    std::string memberId = member;
-    std::string bytes = image;
-    ArchiveInfo info;
-    info.id = text.data();
-    info.version = text.data();
-    info.fileCount = 1;
-    ArchiveFile file;
-    file.id = memberId.data();
-    file.version = text.data();
-    file.description = text.data();
-    file.name = memberId.data();
-    file.size = static_cast<int32_t>(bytes.size());
-    file.data = reinterpret_cast<uint8_t*>(bytes.data());
-    const ArchiveFile* const files[] = {&file};
-    EXPECT_EQ(CORVANE2Archive_Compress(path.c_str(), info, files), ArchiveSuccess);
+    writeOneFilePackage(path, image, member);
     std::ifstream made(path, std::ios::binary);
     std::string content{std::istreambuf_iterator<char>(made), {}};
     made.close();
