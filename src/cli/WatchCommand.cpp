@@ -20,21 +20,24 @@ nlohmann::ordered_json eventFields(const AdapterEvent& event) {
           {"ProductType", event.entry.ProductType}};
 }
 
-std::string eventLine(CommandContext& context, const AdapterEvent& event) {
-  if (context.json)
-    return eventFields(event).dump(-1, ' ', false,
-                                   nlohmann::ordered_json::error_handler_t::replace);
-  return event.notification.name + "  " + event.notification.object + "  " + event.entry.Sequence +
-         "  " + event.entry.ProductType;
+void printEvent(CommandContext& context, const AdapterEvent& event) {
+  if (context.json) {
+    context.out << eventFields(event).dump(-1, ' ', false,
+                                           nlohmann::ordered_json::error_handler_t::replace)
+                << '\n';
+  } else {
+    printAnswer(context, event.notification.name + "  " + event.notification.object + "  " +
+                             event.entry.Sequence + "  " + event.entry.ProductType);
+  }
+  context.out << std::flush;
 }
 
 void watchAdapters(CommandContext& context, const LaunchOptions& options, double seconds) {
   const Interruption interruption;  // first: the session takes its time to begin
   Session session(context, options, SessionPurpose::Looking);
   const InterruptionAnswer answer(interruption, [&session] { session.stop(); });
-  session.app().whenAdaptersChange([&context](const AdapterEvent& event) {
-    context.out << eventLine(context, event) << '\n' << std::flush;
-  });
+  session.app().whenAdaptersChange(
+      [&context](const AdapterEvent& event) { printEvent(context, event); });
   session.app().applicationDidFinishLaunching();
   std::optional<std::chrono::milliseconds> limit;
   if (seconds > 0) limit = std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000));

@@ -120,6 +120,18 @@ TEST_F(WatchCommandTest, AnInterruptWhileItBeginsEndsItWithStatusZero) {
   EXPECT_EQ(endedWith(), "0");
 }
 
+TEST_F(WatchCommandTest, ANameFromOutsideCannotDriveTheTerminal) {
+  std::string dump = content(CORVANE_TEST_DATA "/dumps/desktop-2013.txt");
+  const std::string name = "<200000109b123456>";
+  for (size_t at = dump.find(name); at != std::string::npos; at = dump.find(name, at))
+    dump.replace(at, name.size(), "\"\x1b[2J000010345678\"");
+  std::ofstream(path("ioreg.txt")) << dump;
+  const auto answer = corvane({"--dump", path("ioreg.txt").string(), "watch", "--seconds", "0.5"});
+  EXPECT_EQ(answer.output,
+            "Corvane2Appeared  \\x1b[:2J:00:00:10:34:56:78  A - 1  Corvane2 16G FC\n"
+            "Corvane2Appeared_10GE  163  A - 2  Corvane2 10G SFP+\n");
+}
+
 TEST_F(WatchCommandTest, ATimeThatIsNoneIsRefused) {
   EXPECT_EQ(corvane({"--bench", bench("empty"), "watch", "--seconds", "0"}).status, 2);
   EXPECT_EQ(corvane({"--bench", bench("empty"), "watch", "--seconds", "soon"}).status, 2);
