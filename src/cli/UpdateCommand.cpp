@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <atomic>
 #include <istream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -14,6 +15,7 @@
 
 #include "cli/AdapterLabels.h"
 #include "cli/AdministratorRights.h"
+#include "cli/Interruption.h"
 #include "cli/Session.h"
 
 namespace corvane {
@@ -191,8 +193,15 @@ void install(Session& session, CommandContext& context) {
     lastTold = alert.informativeText;
     return std::nullopt;
   };
+  // An interrupt ends the download; what comes after it would be left half done and goes on.
+  std::atomic<bool> isInterrupted = false;
+  const Interruption interruption([&isInterrupted] { isInterrupted = true; });
+  update.whileDownloading([&update, &isInterrupted] {
+    if (isInterrupted) update.cancelUpdate();
+  });
   update.selectUpdate();
   session.runUntil([&update] { return !update.isInstalling(); });
+  update.whileDownloading(nullptr);
   progress.observe(nullptr);
   session.prompts().answerAlert = nullptr;
   requireInstalled(update.lastInstallation());

@@ -178,6 +178,35 @@ TEST_F(UpdateCommandTest, AFolderThatIsServedIsAskedLikeAnyOtherServer) {
   EXPECT_EQ(answer.json()[0]["deviceWWN"], eightGigabitName);
 }
 
+TEST_F(UpdateCommandTest, AnInterruptEndsTheDownloadAndLeavesNothingBehind) {
+  LoopbackServer server;
+  const std::string package = "/10.11/Corvane2-FW-8G-11.4.204.pkg";
+  server.serve(catalogueName,
+               content(std::string(CORVANE_SOURCE_DIR) + "/bench/update" + catalogueName));
+  server.stall(package, "half a package");
+  const std::string start =
+      commandLine("corvane", {"--bench", benchPath, "--journal", path("journal").string(), "update",
+                              "install", "--yes", "--server", server.url()}) +
+      " >/dev/null 2>" + shellPath(path("err")) + " & echo $! >" + shellPath(path("pid")) +
+      "; wait $!; echo $? >" + shellPath(path("status"));
+  std::thread run([&start] { std::system(start.c_str()); });
+  const auto isAsked = [&] {
+    const auto requests = server.requests();
+    return std::find(requests.begin(), requests.end(), package) != requests.end();
+  };
+  for (int turn = 0; turn < 3000 && !isAsked(); ++turn) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  kill(std::stoi(content(path("pid"))), SIGINT);
+  run.join();
+  EXPECT_EQ(content(path("status")), "1\n");
+  EXPECT_THAT(content(path("err")), HasSubstr("the download failed: it was cancelled"));
+  EXPECT_TRUE(steps().empty());
+  for (const auto& file : std::filesystem::directory_iterator(path("demo.files/private/tmp"))) {
+    EXPECT_THAT(file.path().filename().string(), ::testing::Not(HasSubstr("corvane-")));
+  }
+}
+
 TEST_F(UpdateCommandTest, AnUpToDateSystemIsAnEmptyList) {
   LoopbackServer server;
   server.serve(catalogueName,
