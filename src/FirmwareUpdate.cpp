@@ -64,6 +64,7 @@ void FirmwareUpdate::updateFW() {
     return;
   }
   stage_ = Stage::Choosing;
+  adapter_ = state_.corvaneDevice;
   OpenPanelRequest request;
   request.prompt = "Select";
   platform_.prompts.showOpenPanel(request,
@@ -97,6 +98,18 @@ void FirmwareUpdate::tellUnverified() {
   platform_.prompts.showModalAlert(warning("Your file can not be verified, please try again."));
 }
 
+// Since the package was chosen another adapter may have taken the place of the one that went, an
+// online update may have begun, or the lock may have been closed.
+const char* FirmwareUpdate::obstacle() const {
+  if (!hasAdapter() || state_.corvaneDevice != adapter_.lock()) {
+    return "The adapter has gone. Nothing was updated.";
+  }
+  if (!controls_.updateFW.isEnabled()) {
+    return "Nothing was updated. Open the lock, or wait until the other update has ended.";
+  }
+  return nullptr;
+}
+
 // An earlier update has hidden buttons and changed the icon, so both are set anew.
 void FirmwareUpdate::confirm() {
   confirmedVersion_ = verifyFirmwarePackage(firmwarePath_).version;
@@ -124,7 +137,15 @@ void FirmwareUpdate::showAlert(std::function<void(int)> ended) {
 void FirmwareUpdate::alertEnded(int code) {
   if (stage_ != Stage::Verified) return;
   stage_ = Stage::Idle;
-  if (code != alertFirstButton || !hasAdapter()) return;
+  if (code != alertFirstButton) return;
+  if (const char* const text = obstacle()) {
+    platform_.prompts.showModalAlert(warning(text));
+    return;
+  }
+  start();
+}
+
+void FirmwareUpdate::start() {
   stage_ = Stage::Running;
   controls_.updateFW.suspend();
   progress_ = 0;

@@ -51,8 +51,12 @@ class FirmwareUpdate {
   /// way.
   void updateFW();
 
-  /// The end of the confirmation. Only the first button's code goes on.
+  /// The end of the confirmation. Only the first button's code goes on, and only with the adapter
+  /// for which the package was chosen and while the update button is in use.
   void alertEnded(int code);
+
+  /// Whether a package is being chosen or confirmed, or an update runs.
+  bool isUnderWay() const { return stage_ != Stage::Idle; }
 
   /// Whether an image is being handed over, from the confirmation to the last alert. The window
   /// asks before it closes then.
@@ -68,6 +72,8 @@ class FirmwareUpdate {
   void chosen(const std::vector<std::string>& paths);
   void tellUnverified();
   void confirm();
+  const char* obstacle() const;  ///< why the confirmed update cannot start; null when it can
+  void start();
   void showAlert(std::function<void(int)> ended);
   bool hasAdapter() const;
   void run(const std::shared_ptr<Job>& job);
@@ -85,6 +91,7 @@ class FirmwareUpdate {
   std::function<std::vector<std::string>()> getBSDVolumeList_;
 
   Stage stage_ = Stage::Idle;
+  std::weak_ptr<Corvane2Device> adapter_;  ///< the one on show when the package was asked for
   std::string firmwarePath_;
   std::string confirmedVersion_;  ///< what the confirmation names
   double progress_ = 0;

@@ -98,6 +98,14 @@ void requireFibreChannel(AppDelegate& app, const FirmwareOptions& options) {
                        "\"corvane list\" shows the adapters with their families.");
 }
 
+// Another adapter is on show once the one that was named has gone.
+void requireOnShow(AppDelegate& app, const std::weak_ptr<Corvane2Device>& adapter,
+                   const FirmwareOptions& options) {
+  if (const auto device = adapter.lock(); device && device == app.state().corvaneDevice) return;
+  throw CommandFailure(ExitStatus::Failed, options.label, "the adapter has gone",
+                       "Nothing was changed.");
+}
+
 // The update's own dialogue, answered by the command line: the package is chosen in the panel, and
 // the first alert asks for the confirmation.
 void answerDialogue(Session& session, CommandContext& context, const FirmwareOptions& options,
@@ -115,7 +123,8 @@ void answerDialogue(Session& session, CommandContext& context, const FirmwareOpt
   };
 }
 
-void runUpdate(Session& session, CommandContext& context, const FirmwareOptions& options) {
+// Says whether it was confirmed.
+bool runUpdate(Session& session, CommandContext& context, const FirmwareOptions& options) {
   AppDelegate& app = session.app();
   if (!app.controls().updateFW.isEnabled()) {
     throw CommandFailure(ExitStatus::Failed, options.label, "updates are out of use now",
@@ -129,10 +138,10 @@ void runUpdate(Session& session, CommandContext& context, const FirmwareOptions&
     if (fraction) bar.show(static_cast<uint64_t>(*fraction * static_cast<double>(steps)), steps);
   };
   app.controls().updateFW.click();
-  session.runUntil(
-      [&] { return answer == Answer::Declined || app.firmwareUpdate().lastOutcome().has_value(); });
+  session.runUntil([&] { return answer != Answer::None && !app.firmwareUpdate().isUnderWay(); });
   session.prompts().showProgress = nullptr;
   session.prompts().answerAlert = nullptr;
+  return answer == Answer::Confirmed;
 }
 
 std::string failureOf(const FirmwareUpdateOutcome& outcome) {
@@ -149,37 +158,49 @@ std::string failureOf(const FirmwareUpdateOutcome& outcome) {
                      static_cast<uint32_t>(outcome.driverStatus));
 }
 
-void requireSuccess(const FirmwareOptions& options,
+void requireStarted(const FirmwareOptions& options, bool isConfirmed,
                     const std::optional<FirmwareUpdateOutcome>& outcome) {
-  if (!outcome) {
-    throw CommandFailure(ExitStatus::Failed, options.label, "the update was not confirmed",
-                         "Nothing was changed.");
-  }
-  if (outcome->succeeded()) return;
+  if (outcome) return;
   throw CommandFailure(
-      ExitStatus::Failed, options.label, failureOf(*outcome),
+      ExitStatus::Failed, options.label,
+      isConfirmed ? "the adapter has gone before the update began" : "the update was not confirmed",
+      "Nothing was changed.");
+}
+
+void requireSuccess(const FirmwareOptions& options, const FirmwareUpdateOutcome& outcome) {
+  if (outcome.succeeded()) return;
+  throw CommandFailure(
+      ExitStatus::Failed, options.label, failureOf(outcome),
       "The adapter keeps its firmware; attach it again and repeat the update.",
-      ordered_json{{"status", outcome->extraction.status}, {"version", outcome->version}});
+      ordered_json{{"status", outcome.extraction.status}, {"version", outcome.version}});
+}
+
+// Returns the version that the adapter has taken.
+std::string updateAdapter(Session& session, CommandContext& context,
+                          const FirmwareOptions& options) {
+  AppDelegate& app = session.app();
+  const std::weak_ptr<Corvane2Device> adapter = app.state().corvaneDevice;
+  session.requireChangeable(options.label);
+  takeAdministratorRights(session, options.label);
+  requireOnShow(app, adapter, options);
+  const bool isConfirmed = runUpdate(session, context, options);
+  const auto& outcome = app.firmwareUpdate().lastOutcome();
+  requireStarted(options, isConfirmed, outcome);
+  requireSuccess(options, *outcome);
+  printNote(context, app.state().updateAlert.informativeText);
+  return outcome->version;
 }
 
 void updateFirmware(CommandContext& context, const LaunchOptions& launch,
                     const FirmwareOptions& options) {
   requireAnswerable(context, options);
-  std::string version = verifiedVersion(options.package);
+  const std::string version = verifiedVersion(options.package);
   Session session(context, launch);
   session.discover();
   session.select(options.label);
   requireFibreChannel(session.app(), options);
-  if (!options.checkOnly) {
-    session.requireChangeable(options.label);
-    takeAdministratorRights(session, options.label);
-    runUpdate(session, context, options);
-    const auto& outcome = session.app().firmwareUpdate().lastOutcome();
-    requireSuccess(options, outcome);
-    version = outcome->version;
-    printNote(context, session.app().state().updateAlert.informativeText);
-  }
-  printAnswer(context, answerFields(version));
+  printAnswer(context,
+              answerFields(options.checkOnly ? version : updateAdapter(session, context, options)));
 }
 
 }  // namespace

@@ -293,6 +293,21 @@ TEST_F(FirmwareUpdateTest, SecondUpdateCannotBeStartedWhileOneRuns) {
   EXPECT_THAT(fake.prompts.openPanels, SizeIs(2));
 }
 
+TEST_F(FirmwareUpdateTest, ConfirmedUpdateDoesNotStartBesideAnother) {
+  choose(writePackage("good.pkg", "IMAGE"));
+  controls.updateFW.suspend();
+  confirm();
+  dispatch.runUntilIdle();
+  EXPECT_FALSE(update->isRunning());
+  EXPECT_THAT(fake.diskArbitration.order(), IsEmpty());
+  EXPECT_THAT(transferred, IsEmpty());
+  EXPECT_EQ(lastAlert().message, "Warning");
+  EXPECT_TRUE(fake.prompts.alerts.back().modal);
+  controls.updateFW.resume();
+  update->updateFW();
+  EXPECT_THAT(fake.prompts.openPanels, SizeIs(2));
+}
+
 TEST_F(FirmwareUpdateTest, SecondUpdateAsksWithBothButtonsAgain) {
   const std::string package = writePackage("good.pkg", "IMAGE");
   choose(package);
@@ -396,6 +411,31 @@ TEST_F(FirmwareUpdateTest, SecondAdapterIsLeftAlone) {
   dispatch.runUntilIdle();
   EXPECT_EQ(transferService, firstService);
   for (const auto& call : fake.userClient.calls()) EXPECT_NE(call.service, otherAdapter);
+}
+
+TEST_F(FirmwareUpdateTest, AdapterThatTookThePlaceOfTheChosenOneIsLeftAlone) {
+  choose(writePackage("good.pkg", "IMAGE"));
+  attachCorvane3F2();
+  confirm();
+  dispatch.advance(3s);
+  EXPECT_FALSE(update->isRunning());
+  EXPECT_FALSE(update->isUnderWay());
+  EXPECT_THAT(transferred, IsEmpty());
+  EXPECT_THAT(fake.diskArbitration.order(), IsEmpty());
+  EXPECT_EQ(lastAlert(), (AlertContent{"Warning",
+                                       "The adapter has gone. Nothing was updated.",
+                                       {{"Ok", true, false}},
+                                       "corvane_warning.icns"}));
+}
+
+TEST_F(FirmwareUpdateTest, AdapterThatGoesBeforeTheConfirmationEndsIt) {
+  choose(writePackage("good.pkg", "IMAGE"));
+  state.corvaneDevice.reset();
+  state.corvaneInfo.reset();
+  confirm();
+  dispatch.runUntilIdle();
+  EXPECT_THAT(transferred, IsEmpty());
+  EXPECT_FALSE(update->isUnderWay());
 }
 
 TEST_F(FirmwareUpdateTest, SelectingAnotherAdapterMeanwhileChangesNothing) {

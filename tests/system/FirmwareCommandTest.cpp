@@ -1,5 +1,11 @@
 #include <gmock/gmock.h>
+#ifdef __APPLE__
+#include <util.h>
+#else
+#include <pty.h>
+#endif
 
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <functional>
@@ -37,6 +43,36 @@ class FirmwareCommandTest : public ChangingCommandFixture {
                                              {"path", "large.bin"}}}}};
     std::ofstream(path("large.json")) << manifest;
     return path("large.json").string();
+  }
+
+  /// What a program shows until it has shown `end`, or until it ends.
+  static std::string readTerminal(int terminal, const std::string& end) {
+    std::string shown;
+    std::array<char, 4096> piece{};
+    while (end.empty() || shown.find(end) == std::string::npos) {
+      const ssize_t count = read(terminal, piece.data(), piece.size());
+      if (count <= 0) break;
+      shown.append(piece.data(), static_cast<size_t>(count));
+    }
+    return shown;
+  }
+
+  void unplug(size_t index) {
+    auto document = state();
+    document["adapters"][index]["attached"] = false;
+    writeState(document);
+  }
+
+  void waitForPost(const std::string& name) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    const auto isPosted = [&] {
+      const auto names = texts("post", "name");
+      return std::find(names.begin(), names.end(), name) != names.end();
+    };
+    while (!isPosted() && std::chrono::steady_clock::now() < deadline) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    ASSERT_TRUE(isPosted());
   }
 
   void expectNothingTouched() { EXPECT_THAT(updateSteps(), IsEmpty()); }
@@ -139,6 +175,32 @@ TEST_F(FirmwareCommandTest, LargeImageReachesTheAdapterHoweverFastTimePasses) {
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.errors, HasSubstr("refused the image"));
   EXPECT_THAT(updateSteps(), testing::Contains("transfer"));
+}
+
+// The adapters behind it on the chain are shown once it has gone, and must not get its image.
+TEST_F(FirmwareCommandTest, AdapterUnpluggedAtTheQuestionIsNotReplacedByAnother) {
+  setClockRate(1000);
+  int terminal = -1;
+  const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    const std::string line =
+        "exec " +
+        commandLine("corvane", arguments("firmware A1 " + package("corvane2-11.4.204.pkg")));
+    execl("/bin/sh", "sh", "-c", line.c_str(), nullptr);
+    _exit(127);
+  }
+  std::string shown = readTerminal(terminal, "[y/N]");
+  unplug(0);
+  waitForPost("Corvane2Disppeared");
+  ASSERT_EQ(write(terminal, "y\n", 2), 2);
+  shown += readTerminal(terminal, "");
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  close(terminal);
+  EXPECT_EQ(WEXITSTATUS(status), 1);
+  EXPECT_THAT(shown, HasSubstr("the adapter has gone"));
+  for (const auto& other : state()["adapters"]) EXPECT_FALSE(other.contains("pendingFirmware"));
 }
 
 /// Kills an update at some moment, as its journal tells it, and looks at what the next start finds.
