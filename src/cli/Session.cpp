@@ -9,9 +9,15 @@ namespace corvane {
 
 namespace {
 
+[[noreturn]] void failWithAssertion(const std::string& assertion) {
+  throw CommandFailure(ExitStatus::Failed, "driver", assertion,
+                       "Attach the adapter again, or restart the computer.");
+}
+
 std::unique_ptr<Launch> launch(LaunchOptions options, const CommandContext& context,
                                MainQueue& mainQueue, UserPrompts& prompts) {
   options.answerOnly = context.json;
+  options.stopProgram = failWithAssertion;
   try {
     return std::make_unique<Launch>(options, mainQueue, prompts);
   } catch (const LaunchFailure& failure) {

@@ -22,6 +22,7 @@ StandardLogOptions logOptions(const LaunchOptions& options) {
   StandardLogOptions log;
   log.usesSystemLog = true;
   if (options.answerOnly) log.standardOutput = stderr;
+  log.stopProgram = options.stopProgram;
   return log;
 }
 

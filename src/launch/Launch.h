@@ -18,6 +18,9 @@ struct LaunchOptions {
   /// Standard output is for the answer alone: what the system or its commands print there goes to
   /// standard error.
   bool answerOnly = false;
+  /// Ends the program in order at a failed assertion by throwing; without it the program is
+  /// aborted.
+  std::function<void(const std::string& assertion)> stopProgram = {};
 };
 
 /// The one place that chooses the platform: a dump, a bench, this computer itself where it has

@@ -1,6 +1,8 @@
 #include "platform/posix/StandardLog.h"
 
 #include <cstdlib>
+#include <stdexcept>
+#include <string>
 
 using namespace corvane;
 
@@ -76,6 +78,20 @@ TEST(StandardLogDeathTest, AFailedAssertionNamesItsPlaceAndStops) {
   StandardLog log;
   EXPECT_DEATH(log.assertionFailed("runLoop != NULL", "start", "Monitor.m", 42),
                "Assertion failure in start, Monitor.m:42: runLoop != NULL");
+}
+
+TEST(StandardLog, AFailedAssertionStopsTheProgramAsItIsToldTo) {
+  MemoryStream err;
+  StandardLogOptions options{err.get(), err.get()};
+  options.stopProgram = [](const std::string& assertion) { throw std::runtime_error(assertion); };
+  StandardLog log(options);
+  try {
+    log.assertionFailed("runLoop != NULL", "start", "Monitor.m", 42);
+    FAIL() << "the assertion did not stop anything";
+  } catch (const std::runtime_error& stopped) {
+    EXPECT_STREQ(stopped.what(), "Assertion failure in start, Monitor.m:42: runLoop != NULL");
+  }
+  EXPECT_EQ(err.text(), "corvane log: Assertion failure in start, Monitor.m:42: runLoop != NULL\n");
 }
 
 }  // namespace

@@ -122,6 +122,17 @@ TEST_F(FibreChannelSettingsTest, RefusalByTheDriverIsAFailure) {
   EXPECT_NE(run.json()["settingSpeed"], 4000);
 }
 
+// The assertion stops the program, which still answers its caller.
+TEST_F(FibreChannelSettingsTest, QueueDepthWithoutAConnectionStopsWithItsAssertion) {
+  switchFault("driver-refuses-open");
+  const ProgramAnswer run = command("set A1 --queue-depth 64 --json");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.json()["error"]["why"],
+            "Assertion failure in set_queue_depth:qDepth:, CorvaneAPI:435: KERN_SUCCESS == kr");
+  EXPECT_THAT(sent(15), IsEmpty());
+  EXPECT_THAT(command("set A1 --queue-depth 64").errors, HasSubstr("KERN_SUCCESS == kr"));
+}
+
 TEST_F(FibreChannelSettingsTest, WithoutAnAdministratorNothingIsChanged) {
   switchFault("password-cancelled");
   expectRefused("A1 --port 1 --speed 4", "needs an administrator");

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 namespace corvane {
 
@@ -22,7 +23,7 @@ std::string withoutControlCharacters(std::string_view line) {
 
 }  // namespace
 
-StandardLog::StandardLog(StandardLogOptions options) : options_(options) {}
+StandardLog::StandardLog(StandardLogOptions options) : options_(std::move(options)) {}
 
 void StandardLog::system(std::string_view line) {
   const std::string text = withoutControlCharacters(line);
@@ -47,6 +48,7 @@ void StandardLog::assertionFailed(std::string_view condition, std::string_view m
                            std::string(file) + ":" + std::to_string(line) + ": " +
                            std::string(condition);
   system(text);
+  if (options_.stopProgram) options_.stopProgram(text);
   if (options_.usesSystemLog) standardError(text + "\n");
   std::abort();
 }

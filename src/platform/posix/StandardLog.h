@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdio>
+#include <functional>
 #include <mutex>
+#include <string>
 
 #include "platform/Log.h"
 
@@ -13,6 +15,9 @@ struct StandardLogOptions {
   std::FILE* standardError = stderr;
   bool usesSystemLog =
       false;  ///< system lines go to the system's log daemon, else to standardError
+  /// How the program stops at a failed assertion: throws what ends it in order, with the text of
+  /// the assertion. Without it the program is aborted.
+  std::function<void(const std::string& assertion)> stopProgram = {};
 };
 
 /// Diagnostic lines of a program that runs in a terminal. Lines for the system log carry a prefix
