@@ -75,7 +75,8 @@ void MainWindow::rememberGeometry(const QString& name) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (prompts_.isWaiting() && !prompts_.askToLeave()) {
+  const bool isUpdating = delegate_.firmwareUpdate().isRunning() || prompts_.isWaiting();
+  if (isUpdating && !prompts_.askToLeave()) {
     event->ignore();
     return;
   }
