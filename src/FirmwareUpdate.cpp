@@ -73,7 +73,8 @@ void FirmwareUpdate::updateFW() {
 
 bool FirmwareUpdate::hasAdapter() const {
   return state_.intProduct == static_cast<int64_t>(AdapterFamily::FibreChannel) &&
-         state_.corvaneInfo && state_.corvaneDevice && state_.corvaneDevice->port1();
+         state_.corvaneInfo && state_.corvaneDevice && state_.corvaneDevice->port1() &&
+         state_.corvaneDevice->port1()->portService() != 0;
 }
 
 void FirmwareUpdate::chosen(const std::vector<std::string>& paths) {
