@@ -195,7 +195,8 @@ void install(Session& session, CommandContext& context) {
   };
   // An interrupt ends the download; what comes after it would be left half done and goes on.
   std::atomic<bool> isInterrupted = false;
-  const Interruption interruption([&isInterrupted] { isInterrupted = true; });
+  const Interruption interruption;
+  const InterruptionAnswer answer(interruption, [&isInterrupted] { isInterrupted = true; });
   update.whileDownloading([&update, &isInterrupted] {
     if (isInterrupted) update.cancelUpdate();
   });
