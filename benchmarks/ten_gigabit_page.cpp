@@ -19,6 +19,7 @@
 #include "AppDelegate.h"
 #include "fakes/FakeLog.h"
 #include "fakes/FakePrompts.h"
+#include "fakes/PlatformWithShell.h"
 #include "platform/bench/BenchPlatform.h"
 #include "platform/posix/PlainMainQueue.h"
 
@@ -44,24 +45,6 @@ class CountingShell final : public Shell {
  private:
   Shell& shell_;
 };
-
-Platform withShell(const Platform& platform, Shell& shell) {
-  return {platform.registry,
-          platform.userClient,
-          platform.diskArbitration,
-          platform.runLoops,
-          platform.dispatch,
-          platform.notifications,
-          shell,
-          platform.scripts,
-          platform.bundles,
-          platform.systemVersion,
-          platform.authorization,
-          platform.transfer,
-          platform.log,
-          platform.prompts,
-          platform.paths};
-}
 
 std::filesystem::path temporaryFolder() {
   const bool hasMemoryFolder = access("/dev/shm", W_OK) == 0;
@@ -131,7 +114,7 @@ int measureIn(const std::filesystem::path& folder) {
   options.toolsFolder = BENCH_TOOLS;
   BenchPlatform bench(file.path(), mainQueue, prompts, log, options);
   CountingShell shell(bench.platform().shell);
-  AppDelegate application(withShell(bench.platform(), shell));
+  AppDelegate application(platformWithShell(bench.platform(), shell));
   application.applicationDidFinishLaunching();
   const bool isShown =
       mainQueue.runUntil([&] { return !application.controls().MTUvalue.text().empty(); }, patience);

@@ -11,6 +11,7 @@
 #include "discovery/Products.h"
 #include "fakes/FakeLog.h"
 #include "fakes/FakePrompts.h"
+#include "fakes/PlatformWithShell.h"
 #include "platform/bench/BenchFolder.h"
 #include "platform/bench/BenchPlatform.h"
 #include "platform/journal/JournalPlatform.h"
@@ -46,24 +47,6 @@ class ImpatientShell final : public Shell {
   Shell& shell_;
 };
 
-Platform withShell(const Platform& platform, Shell& shell) {
-  return {platform.registry,
-          platform.userClient,
-          platform.diskArbitration,
-          platform.runLoops,
-          platform.dispatch,
-          platform.notifications,
-          shell,
-          platform.scripts,
-          platform.bundles,
-          platform.systemVersion,
-          platform.authorization,
-          platform.transfer,
-          platform.log,
-          platform.prompts,
-          platform.paths};
-}
-
 class BenchPagesTest : public testing::Test {
  protected:
   /// A Mac with one adapter of that product, on en5 and en6.
@@ -93,7 +76,7 @@ class BenchPagesTest : public testing::Test {
     bench = std::make_unique<BenchPlatform>(file.path(), mainQueue, prompts, log, options);
     impatientShell = std::make_unique<ImpatientShell>(bench->platform().shell);
     journal = std::make_unique<JournalPlatform>(
-        isImpatient ? withShell(bench->platform(), *impatientShell) : bench->platform(),
+        isImpatient ? platformWithShell(bench->platform(), *impatientShell) : bench->platform(),
         journalPath);
     application = std::make_unique<AppDelegate>(journal->platform());
     application->applicationDidFinishLaunching();
