@@ -45,7 +45,7 @@ Interruption::Interruption() {
   struct sigaction action {};
   action.sa_handler = corvaneSignalArrived;
   // What the program is reading or waiting for meanwhile goes on.
-  action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
+  action.sa_flags = SA_RESTART;
   sigemptyset(&action.sa_mask);
   for (size_t each = 0; each < signals.size(); ++each)
     sigaction(signals[each], &action, &formerActions[each]);

@@ -5,9 +5,8 @@
 
 namespace corvane {
 
-/// While it lives, the first interrupt or request to end the program (SIGINT, SIGTERM) does not end
-/// it but is kept for an InterruptionAnswer. A second one ends the program at once. One at a time
-/// in a process.
+/// While it lives, an interrupt or a request to end the program (SIGINT, SIGTERM) does not end it
+/// but is kept for an InterruptionAnswer; further ones change nothing. One at a time in a process.
 class Interruption {
  public:
   /// Throws std::system_error when the process has no descriptors left.
