@@ -1,22 +1,49 @@
 #!/bin/sh
 # Takes the pictures of docs/screenshots from the window on the demo bench.
 #
-#   docs/make-screenshots.sh [BUILD]     BUILD is a build tree, build/dev if not given
+#   docs/make-screenshots.sh [BUILD [ALL]]     BUILD is a build tree, build/dev if not given; with
+#                                              ALL, every picture goes into that folder: each page
+#                                              and sheet, light, dark, German and at 200 %
 set -eu
 cd "$(dirname "$0")/.."
 build=${1:-build/dev}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-export QT_QPA_PLATFORM=offscreen XDG_CONFIG_HOME="$work"
+shots=${2:-$work/shots}
+mkdir -p "$shots" "$work/run"
+chmod 700 "$work/run"
+export QT_QPA_PLATFORM=offscreen XDG_CONFIG_HOME="$work" XDG_RUNTIME_DIR="$work/run"
 
-"$build/bin/corvane-bench" new "$work/demo.json" --from demo >/dev/null
-"$build/bin/corvane-bench" "$work/demo.json" set /clockRate 1000 >/dev/null
-mkdir "$work/shots"
-"$build/bin/window_screenshots" "$work/demo.json" "$work/shots"
-"$build/bin/window_screenshots" "$work/demo.json" "$work/shots" --dark
+# photograph SUFFIX OPTION...: a bench of its own for each, since the pictures change it.
+photograph() {
+  suffix=$1
+  shift
+  bench="$work/demo$suffix.json"
+  "$build/bin/corvane-bench" new "$bench" --from demo >/dev/null
+  "$build/bin/corvane-bench" "$bench" set /clockRate 10 >/dev/null
+  "$build/bin/window_screenshots" "$bench" "$shots" --suffix "$suffix" \
+    --package bench/packages/corvane2-11.4.204.pkg "$@" >/dev/null 2>"$work/log" ||
+    { cat "$work/log" >&2; exit 1; }
+}
+
+photograph ""
+photograph -dark --dark
+photograph -german --language de
+if [ $# -gt 1 ]; then
+  photograph -large --percent 200
+  photograph -german-large --percent 200 --language de --dark
+  "$build/bin/corvane-bench" new "$work/empty.json" --from empty >/dev/null
+  "$build/bin/window_screenshots" "$work/empty.json" "$shots" --suffix -empty 2>"$work/log"
+  "$build/bin/window_screenshots" tests/data/dumps/20151104-093000 "$shots" --dump --suffix -dump \
+    2>"$work/log"
+fi
+
 mkdir -p docs/screenshots
-keep() { cp "$work/shots/$1.png" "docs/screenshots/$2.png"; }
+keep() { cp "$shots/$1.png" "docs/screenshots/$2.png"; }
 keep corvane2-16g-fc-port main-window
-keep corvane3-f2-port-dark fibre-channel-port-dark
-keep corvane2-16g-fc-device fibre-channel-device
-keep corvane2-10g-sfp+-port ethernet-port
+keep open-corvane3-f2-port-dark fibre-channel-port-dark
+keep open-corvane2-16g-fc-device fibre-channel-device
+keep open-corvane2-10g-sfp+-port ethernet-port
+keep address-matrix address-matrix
+keep updates updates
+keep open-corvane2-8g-fc-port-german german

@@ -227,6 +227,7 @@ int64_t AppDelegate::numberOfRowsInTableView() {
   controls_.port1Button.setEnabled(rows != 0 && port1Usable_);
   controls_.port2Button.setEnabled(rows != 0 && port2Usable_);
   controls_.deviceButton.setEnabled(rows != 0);
+  controls_.refreshButton.setEnabled(rows != 0);
   return rows;
 }
 

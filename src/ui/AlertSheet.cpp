@@ -8,6 +8,7 @@
 #include "ui/Artwork.h"
 #include "ui/Bindings.h"
 #include "ui/DialogSize.h"
+#include "ui/Translation.h"
 #include "ui_AlertSheet.h"
 
 namespace corvane {
@@ -29,11 +30,12 @@ void AlertSheet::setContent(const AlertContent& content) {
   setWindowTitle(message);
   setAccessibleName(message);
   ui_->message->setText(message);
-  ui_->informativeText->setText(QString::fromStdString(content.informativeText));
+  ui_->informativeText->setText(shownText(content.informativeText));
   showIcon(content.icon);
   showButtons(content.buttons.empty() ? std::vector<AlertButton>{{tr("OK").toStdString()}}
                                       : content.buttons);
   if (!isWaiting()) ui_->progress->hide();
+  if (movie_) movie_->setPaused(!isWaiting());
   fitToContent(*this);
 }
 

@@ -15,6 +15,7 @@
 
 #include "ui/ControlBinding.h"
 #include "ui/PopUpBox.h"
+#include "ui/Translation.h"
 
 namespace corvane {
 
@@ -34,7 +35,7 @@ class CommonRenderer {
     widget_.setVisible(!control_.isHidden());
     widget_.setEnabled(control_.isEnabled());
     widget_.setToolTip(hint.empty() ? ownToolTip_ : plainToolTip(hint));
-    widget_.setAccessibleDescription(hint.empty() ? ownToolTip_ : QString::fromStdString(hint));
+    widget_.setAccessibleDescription(hint.empty() ? ownToolTip_ : shownText(hint));
   }
 
  private:
@@ -59,7 +60,7 @@ QList<PopUpBox::Choice> visibleChoices(const PopUpButton& control) {
 
 /// What stands in the box for a value that none of its items on show stands for.
 QString plainText(const PopUpButton& control) {
-  if (!control.plainValue().empty()) return QString::fromStdString(control.plainValue());
+  if (!control.plainValue().empty()) return shownText(control.plainValue());
   if (!control.selectedIndex()) return {};
   return QString::fromStdString(control.items()[*control.selectedIndex()].title);
 }
@@ -80,7 +81,7 @@ class ButtonRenderer {
   void render() {
     if (control_.title() != shownTitle_) {
       shownTitle_ = control_.title();
-      button_.setText(shownTitle_.empty() ? ownText_ : QString::fromStdString(shownTitle_));
+      button_.setText(shownTitle_.empty() ? ownText_ : shownText(shownTitle_));
     }
     if (button_.isCheckable()) button_.setChecked(control_.isOn());
   }
@@ -124,14 +125,14 @@ class EditFilter : public QValidator {
 }  // namespace
 
 QString plainToolTip(const std::string& hint) {
-  return QString::fromStdString(hint).toHtmlEscaped();
+  return shownText(hint).toHtmlEscaped();
 }
 
 void bind(TextField& field, QLabel& label) {
   const QString caption = label.accessibleName();
   new ControlBinding(field, label,
                      [&field, &label, caption, common = CommonRenderer(field, label)] {
-                       const QString text = QString::fromStdString(field.text());
+                       const QString text = shownText(field.text());
                        label.setText(text);
                        label.setAccessibleName(QObject::tr("%1: %2").arg(caption, text));
                        common.render();

@@ -11,6 +11,7 @@ namespace {
 constexpr int margin = 4;
 constexpr int gap = 8;
 constexpr int linesPerRow = 2;
+constexpr double secondLineOpacity = 0.7;
 
 int rowHeightFor(const QFontMetrics& metrics, int least) {
   return std::max(least, linesPerRow * metrics.height() + 2 * margin);
@@ -61,7 +62,7 @@ void DeviceRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     painter->drawText(line, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                       item.fontMetrics.elidedText(text, Qt::ElideRight, line.width()));
     line.translate(0, item.fontMetrics.height());
-    painter->setOpacity(0.7);
+    if (!selected) painter->setOpacity(secondLineOpacity);
   }
   painter->restore();
 }

@@ -87,6 +87,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   }
   delegate_.mainWindow().requestClose();
   event->accept();
+  emit closed();
 }
 
 void MainWindow::bindDeviceTable() {

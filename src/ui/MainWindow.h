@@ -36,6 +36,9 @@ class MainWindow : public QMainWindow {
   /// File > Open Registry Dump was chosen.
   void openRegistryDumpRequested();
 
+  /// The user has closed the window.
+  void closed();
+
  protected:
   void closeEvent(QCloseEvent* event) override;
 

@@ -7,14 +7,14 @@
 namespace corvane {
 
 namespace {
-constexpr QSize iconSize{56, 56};
+constexpr QSize lockIconSize{56, 56};
 }
 
 PasswordSheet::PasswordSheet(QWidget* parent)
     : QDialog(parent, Qt::Sheet), ui_(std::make_unique<Ui::PasswordSheet>()) {
   ui_->setupUi(this);
   setWindowModality(Qt::WindowModal);
-  ui_->icon->setPixmap(artworkIcon("lock-closed.svg").pixmap(iconSize, devicePixelRatio()));
+  ui_->icon->setPixmap(artworkIcon("lock-closed.svg").pixmap(lockIconSize, devicePixelRatio()));
   ui_->okButton->setEnabled(false);
   connect(ui_->password, &QLineEdit::textChanged, this,
           [this](const QString& text) { ui_->okButton->setEnabled(!text.isEmpty()); });

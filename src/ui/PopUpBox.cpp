@@ -1,6 +1,7 @@
 #include "ui/PopUpBox.h"
 
 #include <QKeyEvent>
+#include <QStyleOptionComboBox>
 #include <QWheelEvent>
 
 namespace corvane {
@@ -27,6 +28,7 @@ bool stepsThroughItems(const QKeyEvent& event) {
 }  // namespace
 
 PopUpBox::PopUpBox(QWidget* parent) : QComboBox(parent) {
+  setSizeAdjustPolicy(QComboBox::AdjustToContents);
   connect(this, &QComboBox::activated, this,
           [this](int row) { emit chosen(itemData(row).toInt()); });
 }
@@ -43,6 +45,23 @@ void PopUpBox::showChoice(int index, const QString& plainText) {
   setPlaceholderText(row < 0 ? plainText : QString());
   if (row < 0 && !plainText.isEmpty()) setAccessibleDescription(plainText);
   setCurrentIndex(row);
+  updateGeometry();
+}
+
+QSize PopUpBox::sizeHint() const {
+  return QComboBox::sizeHint().expandedTo(sizeForPlainText());
+}
+
+QSize PopUpBox::minimumSizeHint() const {
+  return QComboBox::minimumSizeHint().expandedTo(sizeForPlainText());
+}
+
+QSize PopUpBox::sizeForPlainText() const {
+  if (placeholderText().isEmpty()) return {};
+  QStyleOptionComboBox option;
+  initStyleOption(&option);
+  const QSize text(fontMetrics().horizontalAdvance(placeholderText()), fontMetrics().height());
+  return style()->sizeFromContents(QStyle::CT_ComboBox, &option, text, this);
 }
 
 void PopUpBox::wheelEvent(QWheelEvent* event) {

@@ -28,6 +28,10 @@ class PopUpBox : public QComboBox {
   /// Shows the choice with that index as the current one; `plainText` when there is none.
   void showChoice(int index, const QString& plainText);
 
+  /// With room for the plain text, which the toolkit leaves out of its reckoning.
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
  signals:
   /// The user chose the item with that index in the control's items.
   void chosen(int index);
@@ -37,6 +41,8 @@ class PopUpBox : public QComboBox {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  QSize sizeForPlainText() const;
+
   QList<Choice> choices_;
 };
 

@@ -53,7 +53,9 @@ void UpdateSheet::renderTable() {
   ui_->updateTable->setEnabled(table.isEnabled());
   if (table.generation() == shownGeneration_) return;
   shownGeneration_ = table.generation();
+  const QModelIndex current = ui_->updateTable->currentIndex();
   rows_->reload();
+  ui_->updateTable->setCurrentIndex(rows_->index(current.row(), current.column()));
 }
 
 }  // namespace corvane

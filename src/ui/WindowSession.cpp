@@ -5,12 +5,14 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <algorithm>
 
 #include "AppDelegate.h"
 #include "DumpPages.h"
 #include "ui/BenchMenu.h"
 #include "ui/MainWindow.h"
 #include "ui/PasswordSheet.h"
+#include "ui/Translation.h"
 
 namespace corvane {
 
@@ -107,16 +109,25 @@ void WindowSession::openDump(const QString& path) {
   LaunchOptions options;
   options.dump = path.toStdString();
   try {
-    dumps_.push_back(std::make_unique<WindowSession>(options, mainQueue_));
-    dumps_.back()->start();
+    WindowSession& dump =
+        *dumps_.emplace_back(std::make_unique<WindowSession>(options, mainQueue_));
+    connect(
+        &dump.window(), &MainWindow::closed, this, [this, &dump] { forgetDump(dump); },
+        Qt::QueuedConnection);
+    dump.start();
   } catch (const LaunchFailure& failure) {
     auto* const box =
         new QMessageBox(QMessageBox::Warning, tr("Open Registry Dump"),
                         QString::fromStdString(failure.what()), QMessageBox::Ok, window_.get());
-    box->setInformativeText(QString::fromStdString(failure.hint()));
+    box->setInformativeText(shownText(failure.hint()));
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->open();
   }
+}
+
+void WindowSession::forgetDump(const WindowSession& dump) {
+  const auto isIt = [&dump](const auto& session) { return session.get() == &dump; };
+  dumps_.erase(std::remove_if(dumps_.begin(), dumps_.end(), isIt), dumps_.end());
 }
 
 }  // namespace corvane

@@ -47,6 +47,7 @@ class WindowSession : public QObject {
   void choose(QFileDialog& panel);
   void openDump(const QString& path);
   void tellUnlisted();
+  void forgetDump(const WindowSession& dump);
 
   QtMainQueue& mainQueue_;
   QtPrompts prompts_;

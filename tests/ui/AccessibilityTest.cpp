@@ -2,7 +2,6 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
-#include <QFont>
 #include <QFontMetrics>
 #include <QLabel>
 #include <QLineEdit>
@@ -27,12 +26,20 @@ class AccessibilityTest : public QObject {
   void theTabKeyReachesEveryControl();
   void nothingIsCutOffAtTwiceTheSize_data() { addPages(); }
   void nothingIsCutOffAtTwiceTheSize();
-  void cleanup() { QApplication::setFont(originalFont_); }
+
+  void everySheetsControlHasANameAndARole_data() { addSheets(); }
+  void everySheetsControlHasANameAndARole();
+  void theTabKeyReachesEverySheetsControl_data() { addSheets(); }
+  void theTabKeyReachesEverySheetsControl();
+  void nothingOfASheetIsCutOffAtTwiceTheSize_data() { addSheets(); }
+  void nothingOfASheetIsCutOffAtTwiceTheSize();
 
  private:
   static void addPages();
+  static void addSheets();
+  QWidget& openSheet(const QByteArray& name);
+  void closeSheet(const QByteArray& name);
 
-  const QFont originalFont_ = QApplication::font();
   std::unique_ptr<BenchWindow> shown_;
 };
 
@@ -53,28 +60,53 @@ QList<QWidget*> controlsOf(QWidget& window) {
   return controls;
 }
 
-bool showsItsWholeText(const QLabel& label) {
-  if (label.wordWrap() || label.text().isEmpty()) return true;
-  const QFontMetrics letters = label.fontMetrics();
-  return label.width() >= letters.horizontalAdvance(QString(label.text()).remove('&')) &&
-         label.height() >= letters.ascent();
+/// The application's letters at twice their size, for as long as the object lives.
+class LargeLetters {
+ public:
+  LargeLetters() : before_(QApplication::font()) {
+    QFont large = before_;
+    large.setPointSizeF(before_.pointSizeF() * 2);
+    QApplication::setFont(large);
+  }
+  ~LargeLetters() { QApplication::setFont(before_); }
+
+  LargeLetters(const LargeLetters&) = delete;
+  LargeLetters& operator=(const LargeLetters&) = delete;
+
+ private:
+  const QFont before_;
+};
+
+bool hasRoom(const QLabel& label) {
+  if (label.wordWrap()) return label.height() >= label.heightForWidth(label.width());
+  const int width = label.fontMetrics().horizontalAdvance(QString(label.text()).remove('&'));
+  return label.width() >= width && label.height() >= label.fontMetrics().height();
 }
 
-bool showsItselfWhole(const QWidget& control) {
-  const QSize least = control.minimumSizeHint();
-  return control.width() >= least.width() && control.height() >= least.height();
-}
-
-/// The names of the labels and controls on show that are smaller than what they hold.
+/// The names of the texts and controls on show that have less room than they need.
 QStringList cutOff(QWidget& window) {
   QStringList names;
   for (const QLabel* label : window.findChildren<QLabel*>()) {
-    if (label->isVisible() && !showsItsWholeText(*label)) names << label->objectName();
+    if (label->isVisible() && !label->text().isEmpty() && !hasRoom(*label)) {
+      names << label->objectName();
+    }
   }
   for (const QWidget* control : controlsOf(window)) {
-    if (control->isVisible() && !showsItselfWhole(*control)) names << control->objectName();
+    const QSize needed = control->minimumSizeHint();
+    if (control->isVisible() &&
+        (control->width() < needed.width() || control->height() < needed.height())) {
+      names << control->objectName();
+    }
   }
   return names;
+}
+
+InterfaceWindow& sheetWindow(AppDelegate& delegate, const QByteArray& name) {
+  if (name == "SFPController") return delegate.sfpController().SFPWindow;
+  if (name == "MatrixTable") return delegate.matrixController().matrixWindow;
+  if (name == "FCQDepthViewController") return delegate.queueDepthController().QDepthWindow;
+  if (name == "OnlineUpdate") return delegate.onlineUpdate().controls().updateWindow;
+  return delegate.aboutDialog().window;
 }
 }  // namespace
 
@@ -123,13 +155,67 @@ void AccessibilityTest::theTabKeyReachesEveryControl() {
 
 void AccessibilityTest::nothingIsCutOffAtTwiceTheSize() {
   QFETCH(int, page);
-  QFont large = originalFont_;
-  large.setPointSizeF(originalFont_.pointSizeF() * 2);
-  QApplication::setFont(large);
+  const LargeLetters large;
   shown_->controls().tabView.selectTabViewItemAtIndex(page);
   shown_->window().resize(shown_->window().minimumSizeHint().expandedTo({1400, 900}));
-  // The layouts take the new font in over several turns of the event loop.
   QTRY_COMPARE(cutOff(shown_->window()), QStringList());
+}
+
+void AccessibilityTest::addSheets() {
+  QTest::addColumn<QByteArray>("name");
+  for (const char* name :
+       {"SFPController", "MatrixTable", "FCQDepthViewController", "OnlineUpdate", "AboutDialog"}) {
+    QTest::newRow(name) << QByteArray(name);
+  }
+}
+
+QWidget& AccessibilityTest::openSheet(const QByteArray& name) {
+  InterfaceWindow& window = sheetWindow(shown_->delegate(), name);
+  window.load();
+  window.show();
+  return shown_->widget<QWidget>(name);
+}
+
+void AccessibilityTest::closeSheet(const QByteArray& name) {
+  sheetWindow(shown_->delegate(), name).drop();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void AccessibilityTest::everySheetsControlHasANameAndARole() {
+  QFETCH(QByteArray, name);
+  QWidget& sheet = openSheet(name);
+  QVERIFY(!sheet.windowTitle().isEmpty());
+  QVERIFY(!controlsOf(sheet).isEmpty());
+  for (QWidget* control : controlsOf(sheet)) {
+    QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(control);
+    QVERIFY2(accessible, control->objectName().toUtf8());
+    QVERIFY2(!accessible->text(QAccessible::Name).isEmpty(), control->objectName().toUtf8());
+    QVERIFY2(accessible->role() != QAccessible::NoRole, control->objectName().toUtf8());
+  }
+  closeSheet(name);
+}
+
+void AccessibilityTest::theTabKeyReachesEverySheetsControl() {
+  QFETCH(QByteArray, name);
+  QWidget& sheet = openSheet(name);
+  QSet<QWidget*> reached;
+  for (QWidget* widget = sheet.nextInFocusChain(); widget != &sheet;
+       widget = widget->nextInFocusChain()) {
+    reached << widget;
+  }
+  for (QWidget* control : controlsOf(sheet)) {
+    QVERIFY2(reached.contains(control), control->objectName().toUtf8());
+    QVERIFY2((control->focusPolicy() & Qt::TabFocus) != 0, control->objectName().toUtf8());
+  }
+  closeSheet(name);
+}
+
+void AccessibilityTest::nothingOfASheetIsCutOffAtTwiceTheSize() {
+  QFETCH(QByteArray, name);
+  const LargeLetters large;
+  QWidget& sheet = openSheet(name);
+  QTRY_COMPARE(cutOff(sheet), QStringList());
+  closeSheet(name);
 }
 
 #include "AccessibilityTest.moc"

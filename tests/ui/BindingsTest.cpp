@@ -35,6 +35,7 @@ class BindingsTest : public QObject {
   void aChoiceIsReportedByTheIndexOfTheModel();
   void aRefusedChoiceFallsBack();
   void aValueThatNoItemStandsForIsShownPlainly();
+  void aLongPlainValueHasRoom();
   void theWheelChangesNothing();
   void arrowKeysOpenTheMenuRatherThanChoose();
   void aMenuOutOfUseCannotBeOpened();
@@ -187,6 +188,19 @@ void BindingsTest::aValueThatNoItemStandsForIsShownPlainly() {
   menu.setItemHidden(4, true);
   QCOMPARE(box.currentIndex(), -1);
   QCOMPARE(box.placeholderText(), "8 Gbps");
+}
+
+void BindingsTest::aLongPlainValueHasRoom() {
+  PopUpBox box;
+  PopUpButton& menu = speedMenu();
+  bind(menu, box);
+  box.show();
+  const std::string text = "a value longer than any of the choices";
+  menu.showPlainValue(text);
+  QVERIFY(box.sizeHint().width() > box.fontMetrics().horizontalAdvance(text.c_str()));
+  QVERIFY(box.minimumSizeHint().width() > box.fontMetrics().horizontalAdvance(text.c_str()));
+  menu.selectItemWithTag(8000);
+  QVERIFY(box.sizeHint().width() < box.fontMetrics().horizontalAdvance(text.c_str()));
 }
 
 void BindingsTest::theWheelChangesNothing() {

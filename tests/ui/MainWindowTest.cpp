@@ -86,7 +86,7 @@ void MainWindowTest::withoutAdaptersItSaysWhatToPlugIn() {
   QVERIFY(shown.window().isVisible());
   QCOMPARE(page(shown), "noAdapterPage");
   QVERIFY(shown.widget<QLabel>("advice").text().contains("Thunderbolt"));
-  for (const char* button : {"port1Button", "port2Button", "deviceButton"}) {
+  for (const char* button : {"port1Button", "port2Button", "deviceButton", "refreshButton"}) {
     QVERIFY(!shown.widget<QToolButton>(button).isEnabled());
   }
 }

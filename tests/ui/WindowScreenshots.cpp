@@ -1,20 +1,17 @@
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QListView>
 #include <QPalette>
-#include <QTest>
 #include <cstdio>
 
 #include "AppDelegate.h"
-#include "ui/MainWindow.h"
+#include "Photographer.h"
 #include "ui/QtMainQueue.h"
+#include "ui/Translation.h"
 #include "ui/WindowSession.h"
 
 namespace {
 
 using namespace corvane;
-
-constexpr int patience = 30000;
 
 QPalette darkPalette() {
   const QColor text(235, 236, 238);
@@ -31,44 +28,16 @@ QPalette darkPalette() {
   return palette;
 }
 
-/// Takes the pages of each adapter of a bench, and the dialogs, into a folder.
-class Photographer {
- public:
-  Photographer(WindowSession& session, const QString& folder, const QString& suffix)
-      : session_(session), folder_(folder), suffix_(suffix) {}
+QFont enlarged(QFont font, double percent) {
+  font.setPointSizeF(font.pointSizeF() * percent / 100);
+  return font;
+}
 
-  bool takeAll() {
-    if (!allAdaptersAreShown()) return false;
-    const auto entries = session_.delegate().state().CorvaneList.entries();
-    for (size_t row = 0; row < entries.size(); ++row) {
-      const QString product = QString::fromStdString(entries[row].ProductType).replace(' ', '-');
-      session_.delegate().selectRow(static_cast<int64_t>(row));
-      take(product.toLower() + "-port");
-      controls().deviceButton.click();
-      take(product.toLower() + "-device");
-    }
-    return true;
-  }
-
- private:
-  MainWindowControls& controls() { return session_.delegate().controls(); }
-
-  bool allAdaptersAreShown() {
-    bool discovered = false;
-    session_.delegate().whenDiscovered([&discovered] { discovered = true; });
-    session_.start();
-    return QTest::qWaitFor([&discovered] { return discovered; }, patience);
-  }
-
-  void take(const QString& name) {
-    QApplication::processEvents();
-    session_.window().grab().save(folder_ + "/" + name + suffix_ + ".png");
-  }
-
-  WindowSession& session_;
-  QString folder_;
-  QString suffix_;
-};
+LaunchOptions launchOptions(const QString& path, bool isDump) {
+  LaunchOptions options;
+  (isDump ? options.dump : options.bench) = path.toStdString();
+  return options;
+}
 
 }  // namespace
 
@@ -77,22 +46,37 @@ int main(int argc, char** argv) {
   QApplication::setOrganizationName("Velmar");
   QApplication::setApplicationName("CORVANE Utility screenshots");
   QCommandLineParser parser;
-  parser.addPositionalArgument("BENCH", "the simulated computer to show");
+  parser.addPositionalArgument("SOURCE", "the simulated computer or the dump to show");
   parser.addPositionalArgument("FOLDER", "where the pictures go");
   parser.addOption({"dark", "with a dark palette"});
+  parser.addOption({"dump", "SOURCE is a dump"});
+  parser.addOption({"language", "in this language", "LANGUAGE", "en"});
+  parser.addOption({"percent", "with letters of this size", "PERCENT", "100"});
+  parser.addOption({"suffix", "what the names of the pictures end in", "TEXT"});
+  parser.addOption(
+      {"package", "also a change in progress and an update from this package", "FILE"});
   parser.addHelpOption();
   parser.process(application);
   const QStringList arguments = parser.positionalArguments();
   if (arguments.size() != 2) parser.showHelp(2);
-  const bool dark = parser.isSet("dark");
-  if (dark) QApplication::setPalette(darkPalette());
+  if (parser.isSet("dark")) QApplication::setPalette(darkPalette());
+  QApplication::setFont(enlarged(QApplication::font(), parser.value("percent").toDouble()));
+  const Translation translation{QLocale(parser.value("language"))};
 
   QtMainQueue queue;
-  LaunchOptions options;
-  options.bench = arguments[0].toStdString();
+  const bool isDump = parser.isSet("dump");
   try {
-    WindowSession session(options, queue);
-    return Photographer(session, arguments[1], dark ? "-dark" : "").takeAll() ? 0 : 1;
+    WindowSession session(launchOptions(arguments[0], isDump), queue);
+    Photographer photographer(session, arguments[1], parser.value("suffix"));
+    if (!photographer.start()) return 1;
+    photographer.takePages();
+    if (isDump || session.delegate().state().CorvaneList.count() == 0) return 0;
+    photographer.openLock();
+    photographer.takePages("open-");
+    photographer.takeSheets();
+    if (parser.isSet("package") && !photographer.takeWork(parser.value("package"))) return 1;
+    photographer.takeUpdates();
+    return 0;
   } catch (const LaunchFailure& failure) {
     std::fprintf(stderr, "%s\n%s\n", failure.what(), failure.hint().c_str());
     return static_cast<int>(failure.status());

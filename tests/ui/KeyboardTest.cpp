@@ -1,0 +1,114 @@
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QTest>
+#include <QToolButton>
+
+#include "BenchWindow.h"
+#include "UiTest.h"
+
+using namespace corvane;
+
+/// The window without a mouse: only keys, sent to whatever has the focus.
+class KeyboardTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void aSpeedIsSet();
+  void aPerformanceModeAndAnOffloadAreSet();
+  void aQueueDepthIsEntered();
+
+ private:
+  void show(const std::string& product);
+  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+  void goTo(const char* name);
+  void chooseItem(const char* box, const QString& title);
+
+  std::unique_ptr<BenchWindow> shown_;
+};
+
+namespace {
+const UiTestRegistration<KeyboardTest> keyboardTest;
+}
+
+void KeyboardTest::show(const std::string& product) {
+  shown_.reset();
+  shown_ = std::make_unique<BenchWindow>(
+      [&product](BenchState& state) { plugAdapter(state, product, 1, 1, std::nullopt); });
+  QVERIFY(shown_->isDiscovered());
+  shown_->window().activateWindow();
+  QVERIFY(QTest::qWaitForWindowActive(&shown_->window()));
+  goTo("authView");
+  press(Qt::Key_Space);
+  QVERIFY(shown_->widget<QToolButton>("authView").isChecked());
+}
+
+void KeyboardTest::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+  QWidget* const popup = QApplication::activePopupWidget();
+  QWidget* const window = popup ? popup : QApplication::activeWindow();
+  QVERIFY(window);
+  QWidget* const focus = window->focusWidget();
+  QTest::keyClick(focus ? focus : window, key, modifiers);
+}
+
+/// Tabs on until that control has the focus.
+void KeyboardTest::goTo(const char* name) {
+  constexpr int mostSteps = 60;
+  for (int step = 0; step < mostSteps; ++step) {
+    if (QApplication::focusWidget() && QApplication::focusWidget()->objectName() == name) return;
+    press(Qt::Key_Tab);
+  }
+  QFAIL(name);
+}
+
+void KeyboardTest::chooseItem(const char* name, const QString& title) {
+  goTo(name);
+  auto& box = shown_->widget<QComboBox>(name);
+  press(Qt::Key_Space);
+  QTRY_VERIFY(box.view()->isVisible());
+  const int wanted = box.findText(title);
+  while (box.view()->currentIndex().row() < wanted) QTest::keyClick(box.view(), Qt::Key_Down);
+  while (box.view()->currentIndex().row() > wanted) QTest::keyClick(box.view(), Qt::Key_Up);
+  QTest::keyClick(box.view(), Qt::Key_Return);
+}
+
+void KeyboardTest::aSpeedIsSet() {
+  show("Corvane2 16G FC");
+  chooseItem("setSpeed", "8 Gbps");
+  QTRY_COMPARE_WITH_TIMEOUT(shown_->widget<QLabel>("currentSpeed").text(), "8 Gbps", 20000);
+  QCOMPARE(shown_->state().adapters.front().fibreChannelPorts[0].speed, 8000);
+}
+
+void KeyboardTest::aPerformanceModeAndAnOffloadAreSet() {
+  show("Corvane2 10G SFP+");
+  chooseItem("settingMode", "Server");
+  QTRY_VERIFY_WITH_TIMEOUT(!shown_->controls().modeProgress.isRunning(), 20000);
+  QCOMPARE(shown_->widget<QComboBox>("settingMode").currentText(), "Server");
+  auto& offload = shown_->widget<QCheckBox>("enableTCPipv4");
+  const bool before = offload.isChecked();
+  goTo("enableTCPipv4");
+  press(Qt::Key_Space);
+  QCOMPARE(offload.isChecked(), !before);
+  const auto& settings = shown_->state().adapters.front().ethernetPorts[0].settings;
+  QCOMPARE(settings.at("TCPipv4ChecksumEnable"), before ? 1 : 2);
+}
+
+void KeyboardTest::aQueueDepthIsEntered() {
+  show("Corvane2 8G FC");
+  QTest::keyClick(&shown_->window(), Qt::Key_3, Qt::ControlModifier);
+  goTo("queueDepthButton");
+  press(Qt::Key_Space);
+  QVERIFY(shown_->isOpen("FCQDepthViewController"));
+  auto& entry = shown_->widget<QLineEdit>("setQDepthSetting");
+  QTRY_VERIFY(entry.hasFocus());
+  QTest::keyClicks(&entry, "64");
+  press(Qt::Key_Return);
+  QTRY_VERIFY(!shown_->isOpen("FCQDepthViewController"));
+  QCOMPARE(shown_->state().adapters.front().fibreChannelPorts[0].queueDepth, 64);
+}
+
+#include "KeyboardTest.moc"
