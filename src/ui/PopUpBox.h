@@ -28,7 +28,7 @@ class PopUpBox : public QComboBox {
   /// Shows the choice with that index as the current one; `plainText` when there is none.
   void showChoice(int index, const QString& plainText);
 
-  /// With room for the plain text, which the toolkit leaves out of its reckoning.
+  /// With room for the plain text, also when it comes after the first showing.
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 

@@ -74,6 +74,7 @@ void KeyboardTest::chooseItem(const char* name, const QString& title) {
   while (box.view()->currentIndex().row() < wanted) QTest::keyClick(box.view(), Qt::Key_Down);
   while (box.view()->currentIndex().row() > wanted) QTest::keyClick(box.view(), Qt::Key_Up);
   QTest::keyClick(box.view(), Qt::Key_Return);
+  QTRY_VERIFY(!QApplication::activePopupWidget());
 }
 
 void KeyboardTest::aSpeedIsSet() {
@@ -86,9 +87,10 @@ void KeyboardTest::aSpeedIsSet() {
 void KeyboardTest::aPerformanceModeAndAnOffloadAreSet() {
   show("Corvane2 10G SFP+");
   chooseItem("settingMode", "Server");
-  QTRY_VERIFY_WITH_TIMEOUT(!shown_->controls().modeProgress.isRunning(), 20000);
-  QCOMPARE(shown_->widget<QComboBox>("settingMode").currentText(), "Server");
   auto& offload = shown_->widget<QCheckBox>("enableTCPipv4");
+  QTRY_VERIFY_WITH_TIMEOUT(!shown_->controls().modeProgress.isRunning() && offload.isEnabled(),
+                           20000);
+  QCOMPARE(shown_->widget<QComboBox>("settingMode").currentText(), "Server");
   const bool before = offload.isChecked();
   goTo("enableTCPipv4");
   press(Qt::Key_Space);
