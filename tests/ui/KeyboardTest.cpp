@@ -51,7 +51,7 @@ void KeyboardTest::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
   QWidget* const popup = QApplication::activePopupWidget();
   QWidget* const window = popup ? popup : QApplication::activeWindow();
   QVERIFY(window);
-  QWidget* const focus = window->focusWidget();
+  QWidget* const focus = popup ? popup->focusWidget() : QApplication::focusWidget();
   QTest::keyClick(focus ? focus : window, key, modifiers);
 }
 
