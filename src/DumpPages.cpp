@@ -79,6 +79,7 @@ std::vector<std::string> unlistedAdapters(Registry& registry, const DeviceList& 
       isWhole ? "none of its ports is in the dump, so its driver did not run"
               : "its ports are not whole in the dump; ask the customer for a whole one";
   std::vector<std::string> sentences;
+  sentences.reserve(attached.size());
   for (const auto& adapter : attached)
     sentences.push_back(adapter.product + " at " + adapter.Sequence +
                         ": attached, but not listed: " + reason);

@@ -77,6 +77,7 @@ std::vector<PopUpItem> topologyMenuItems() {
 std::vector<PopUpItem> queueDepthMenuItems() {
   constexpr std::array<int64_t, 8> depths{2048, 1024, 16, 32, 64, 128, 256, 512};
   std::vector<PopUpItem> items;
+  items.reserve(depths.size());
   for (const int64_t depth : depths) items.push_back({depth, std::to_string(depth), false});
   return items;
 }

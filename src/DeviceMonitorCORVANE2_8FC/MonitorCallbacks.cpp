@@ -23,7 +23,7 @@ void announce(callbackRef& reference, const Corvane2Device& device, const FCPort
       device.nodeWWN().value_or(""));
 }
 
-void takeArrived(callbackRef& reference, std::shared_ptr<FCPort> port) {
+void takeArrived(callbackRef& reference, const std::shared_ptr<FCPort>& port) {
   if (!port->nodeWWN()) return;
   if (const auto device = reference.deviceList->find(*port->nodeWWN())) {
     if (device->setPort(port)) announce(reference, *device, *port);
