@@ -96,7 +96,7 @@ std::vector<std::string> UnmountedVolumesRecord::takeLeftBehind() {
   if (descriptor_ >= 0) return {};
   descriptor_ = openLocked(path_, 0);
   if (descriptor_ < 0) return {};
-  const std::vector<std::string> names = lines(contentOf(descriptor_));
+  std::vector<std::string> names = lines(contentOf(descriptor_));
   release();
   return names;
 }
