@@ -38,6 +38,8 @@ class InterruptWait {
   }
 
   ~InterruptWait() {
+    // The thread waits for the signal, which does not end it.
+    // NOLINTNEXTLINE(bugprone-bad-signal-to-kill-thread)
     pthread_kill(thread_.native_handle(), SIGTERM);
     thread_.join();
     pthread_sigmask(SIG_SETMASK, &before_, nullptr);

@@ -100,8 +100,8 @@ std::string Launch::remark() const {
   return parts_->computer->remark();
 }
 
-void Launch::setPasswordPrompt(std::function<bool()> ask) {
-  parts_->computer->setPasswordPrompt(std::move(ask));
+void Launch::setPasswordPrompt(const std::function<bool()>& ask) {
+  parts_->computer->setPasswordPrompt(ask);
 }
 
 void Launch::end() {

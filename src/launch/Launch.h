@@ -49,7 +49,7 @@ class Launch {
 
   /// How a bench's lock view asks for the administrator's password: `ask` waits and returns whether
   /// one was given. Without it the right is granted.
-  void setPasswordPrompt(std::function<bool()> ask);
+  void setPasswordPrompt(const std::function<bool()>& ask);
 
   /// Ends what goes on in the background, before the objects that it works on go away.
   void end();

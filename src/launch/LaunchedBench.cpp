@@ -13,8 +13,8 @@ class LaunchedBench final : public LaunchedComputer {
       : bench_(path, host.mainQueue, host.prompts, host.log, options(host)) {}
 
   Platform platform() override { return bench_.platform(); }
-  void setPasswordPrompt(std::function<bool()> ask) override {
-    bench_.setPasswordPrompt(std::move(ask));
+  void setPasswordPrompt(const std::function<bool()>& ask) override {
+    bench_.setPasswordPrompt(ask);
   }
   void end() override { bench_.end(); }
 

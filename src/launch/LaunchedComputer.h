@@ -25,7 +25,7 @@ class LaunchedComputer {
 
   /// How the lock view asks for the administrator's password, where the computer has no way of its
   /// own.
-  virtual void setPasswordPrompt(std::function<bool()>) {}
+  virtual void setPasswordPrompt(const std::function<bool()>&) {}
 
   /// Ends what goes on in the background.
   virtual void end() {}

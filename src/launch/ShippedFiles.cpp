@@ -39,7 +39,7 @@ std::optional<files::path> folderIfThere(const files::path& folder) {
 
 }  // namespace
 
-ShippedFiles::ShippedFiles(files::path program) : folder_(program.parent_path()) {}
+ShippedFiles::ShippedFiles(const files::path& program) : folder_(program.parent_path()) {}
 
 ShippedFiles ShippedFiles::ofThisProgram() {
   return ShippedFiles(thisProgram());
@@ -62,7 +62,7 @@ std::optional<files::path> ShippedFiles::benchToolsFolder() const {
   for (const files::path& candidate :
        {folder_ / "bench-tools", above / "libexec/corvane/bench-tools",
         above / "Helpers/bench-tools"}) {
-    if (const auto found = folderIfThere(candidate)) return found;
+    if (auto found = folderIfThere(candidate)) return found;
   }
   return std::nullopt;
 }

@@ -10,7 +10,7 @@ namespace corvane {
 class ShippedFiles {
  public:
   /// `program` is the path of the running program.
-  explicit ShippedFiles(std::filesystem::path program);
+  explicit ShippedFiles(const std::filesystem::path& program);
 
   /// The files that come with the program that runs now.
   static ShippedFiles ofThisProgram();

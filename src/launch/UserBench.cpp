@@ -21,7 +21,7 @@ files::path pathFromEnvironment(const char* name) {
 }
 
 files::path dataFolder() {
-  const files::path data = pathFromEnvironment("XDG_DATA_HOME");
+  files::path data = pathFromEnvironment("XDG_DATA_HOME");
   if (!data.empty()) return data;
   const files::path home = pathFromEnvironment("HOME");
   if (home.empty()) {

@@ -81,7 +81,7 @@ class TextPrinter {
   void printProperties(const RegistryTreeEntry& entry, const std::string& indent) {
     line(indent + "{");
     for (const auto& [key, value] : entry.properties) {
-      line(indent + "  \"" + key + "\" = " + printedValue(value, style_.hexadecimal));
+      line(fmt::format("{}  \"{}\" = {}", indent, key, printedValue(value, style_.hexadecimal)));
     }
     line(indent + "}");
     line(indent);

@@ -105,7 +105,7 @@ struct BenchPlatform::Parts {
 };
 
 BenchPlatform::BenchPlatform(const std::string& path, MainQueue& mainQueue, UserPrompts& prompts,
-                             Log& log, BenchPlatformOptions options)
+                             Log& log, const BenchPlatformOptions& options)
     : parts_(std::make_unique<Parts>(path, mainQueue, prompts, log, options)) {}
 
 BenchPlatform::~BenchPlatform() = default;

@@ -36,7 +36,7 @@ class BenchPlatform {
   /// Reads the bench at `path` and switches the computer on. The references outlive the object;
   /// main thread. Throws BenchFileError.
   BenchPlatform(const std::string& path, MainQueue& mainQueue, UserPrompts& prompts, Log& log,
-                BenchPlatformOptions options = {});
+                const BenchPlatformOptions& options = {});
   BenchPlatform(const BenchPlatform&) = delete;
   BenchPlatform& operator=(const BenchPlatform&) = delete;
 

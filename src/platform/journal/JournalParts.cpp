@@ -168,7 +168,7 @@ int JournalShell::noted(const std::string& line, int status) {
 }
 
 ScriptResult JournalScriptRunner::run(const std::string& script) {
-  const ScriptResult result = wrapped_.run(script);
+  ScriptResult result = wrapped_.run(script);
   journal_.write({{"call", "script"},
                   {"script", script},
                   {"result", result.succeeded ? "ok" : result.errorMessage}});

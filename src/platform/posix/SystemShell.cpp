@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-extern char** environ;
+extern char** environ;  // NOLINT(readability-redundant-declaration): the Mac has no other
 
 namespace corvane {
 
@@ -82,7 +82,8 @@ std::vector<std::string> environmentWith(const SystemShell::Environment& overrid
     const std::string name(text.substr(0, text.find('=')));
     if (!overrides.contains(name)) entries.emplace_back(text);
   }
-  for (const auto& [name, value] : overrides) entries.push_back(name + "=" + value);
+  for (const auto& [name, value] : overrides)
+    entries.push_back(std::string(name).append("=").append(value));
   return entries;
 }
 

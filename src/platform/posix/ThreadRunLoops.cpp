@@ -147,7 +147,7 @@ std::shared_ptr<RunLoop> ThreadRunLoops::current() {
 }
 
 void ThreadRunLoops::run() {
-  const std::shared_ptr<ThreadRunLoop> loop = loopOfThisThread();
+  const std::shared_ptr<ThreadRunLoop>& loop = loopOfThisThread();
   const Running running(*this, loop);
   loop->run();
 }
