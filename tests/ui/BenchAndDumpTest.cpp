@@ -63,7 +63,6 @@ namespace {
 
 const UiTestRegistration<BenchAndDumpTest> benchAndDumpTest;
 
-constexpr int patience = 20000;
 constexpr int dumpedAdapters = 2;
 
 QAction* actionNamed(const QMenu& menu, const QString& text) {

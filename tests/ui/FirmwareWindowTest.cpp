@@ -33,8 +33,6 @@ namespace {
 
 const UiTestRegistration<FirmwareWindowTest> firmwareWindowTest;
 
-constexpr int patience = 20'000;
-
 /// Slow enough for the flashing to be seen.
 void plugInSlowly(BenchState& state) {
   state.clockRate = 10;
