@@ -14,6 +14,7 @@
 #include <memory>
 
 #include "ui/ControlBinding.h"
+#include "ui/FocusReturn.h"
 #include "ui/PopUpBox.h"
 #include "ui/Translation.h"
 
@@ -33,7 +34,7 @@ class CommonRenderer {
   void render() const {
     const std::string& hint = control_.hint();
     widget_.setVisible(!control_.isHidden());
-    widget_.setEnabled(control_.isEnabled());
+    FocusReturn::of(widget_).setEnabled(widget_, control_.isEnabled());
     widget_.setToolTip(hint.empty() ? ownToolTip_ : plainToolTip(hint));
     widget_.setAccessibleDescription(hint.empty() ? ownToolTip_ : shownText(hint));
   }

@@ -20,6 +20,8 @@ class KeyboardTest : public QObject {
  private slots:
   void aSpeedIsSet();
   void aPerformanceModeIsSet();
+  void theFocusReturnsToTheModeThatWasOutOfUse();
+  void theFocusStaysWhereTheUserWent();
   void anOffloadIsSet();
   void aQueueDepthIsEntered();
 
@@ -92,6 +94,26 @@ void KeyboardTest::aPerformanceModeIsSet() {
   QCOMPARE(shown_->widget<QComboBox>("settingMode").currentText(), "Server");
   shown_->widget<QToolButton>("refreshButton").click();
   QCOMPARE(shown_->widget<QComboBox>("settingMode").currentText(), "Server");
+}
+
+void KeyboardTest::theFocusReturnsToTheModeThatWasOutOfUse() {
+  show("Corvane2 10G SFP+");
+  chooseItem("settingMode", "Server");
+  QTRY_VERIFY_WITH_TIMEOUT(!shown_->controls().modeProgress.isRunning(), patience);
+  QTRY_COMPARE(QApplication::focusWidget(), &shown_->widget<QComboBox>("settingMode"));
+  press(Qt::Key_Tab);
+  QCOMPARE(QApplication::focusWidget(), &shown_->widget<QCheckBox>("enableTCPipv4"));
+}
+
+void KeyboardTest::theFocusStaysWhereTheUserWent() {
+  show("Corvane2 10G SFP+");
+  goTo("settingMode");
+  PopUpButton& mode = shown_->controls().settingMode;
+  mode.suspend();
+  goTo("deviceTable");
+  mode.resume();
+  QVERIFY(shown_->widget<QComboBox>("settingMode").isEnabled());
+  QCOMPARE(QApplication::focusWidget(), &shown_->widget<QListView>("deviceTable"));
 }
 
 void KeyboardTest::anOffloadIsSet() {
