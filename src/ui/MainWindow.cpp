@@ -74,6 +74,10 @@ void MainWindow::rememberGeometry(const QString& name) {
   ui_->splitter->restoreState(settings.value(name + "/splitter").toByteArray());
 }
 
+void MainWindow::showAsDump() {
+  ui_->noAdapterPage->showAsDump();
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
   const bool isUpdating = delegate_.firmwareUpdate().isRunning() || prompts_.isWaiting();
   if (isUpdating && !prompts_.askToLeave()) {

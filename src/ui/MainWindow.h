@@ -29,6 +29,9 @@ class MainWindow : public QMainWindow {
   /// Opens where the user left it, and keeps where they leave it. Without a name nothing is kept.
   void rememberGeometry(const QString& name);
 
+  /// Tells that the window is about a registry dump, to which nothing can be connected.
+  void showAsDump();
+
  signals:
   /// File > Open Support Folder was chosen.
   void openSupportFolderRequested();

@@ -17,4 +17,10 @@ NoAdapterPage::NoAdapterPage(QWidget* parent)
 
 NoAdapterPage::~NoAdapterPage() = default;
 
+void NoAdapterPage::showAsDump() {
+  ui_->title->setText(tr("No adapter is in this dump"));
+  ui_->advice->setText(tr(
+      "The computer had no adapter connected when the dump was made, or its driver did not run."));
+}
+
 }  // namespace corvane

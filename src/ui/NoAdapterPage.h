@@ -17,6 +17,9 @@ class NoAdapterPage : public QWidget {
   explicit NoAdapterPage(QWidget* parent = nullptr);
   ~NoAdapterPage() override;
 
+  /// Tells that the page is about a registry dump, to which nothing can be connected.
+  void showAsDump();
+
  private:
   std::unique_ptr<Ui::NoAdapterPage> ui_;
 };

@@ -28,7 +28,10 @@ WindowSession::WindowSession(const LaunchOptions& options, QtMainQueue& mainQueu
   connect(window_.get(), &MainWindow::openRegistryDumpRequested, this,
           &WindowSession::chooseRegistryDump);
   delegate_->onlineUpdate().whileDownloading([this] { mainQueue_.serveWindow(); });
-  if (launch_.isReadOnly()) delegate_->showAsDump("A registry dump cannot be changed.");
+  if (launch_.isReadOnly()) {
+    delegate_->showAsDump("A registry dump cannot be changed.");
+    window_->showAsDump();
+  }
   window_->rememberGeometry(launch_.isReadOnly() ? "dumpWindow" : "mainWindow");
   if (launch_.source().empty()) return;
   const QFileInfo source(QString::fromStdString(launch_.source()));

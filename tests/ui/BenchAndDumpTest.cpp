@@ -20,6 +20,7 @@
 #include "platform/bench/BenchEdits.h"
 #include "platform/bench/BenchFile.h"
 #include "ui/MainWindow.h"
+#include "ui/NoAdapterPage.h"
 #include "ui/QtMainQueue.h"
 
 using namespace corvane;
@@ -39,6 +40,7 @@ class BenchAndDumpTest : public QObject {
   void theBenchMenuShowsTheFile();
   void aBenchThatCannotBeReadIsSaidInTheMenu();
   void onADumpThereIsNoBenchMenuAndNothingToChange();
+  void aDumpWithoutAdaptersAsksForNoneToBeConnected();
   void aSupportFolderOpensInAWindowOfItsOwn();
   void aFolderWithoutADumpIsRefused();
   void aClosedSupportFolderIsForgotten();
@@ -183,6 +185,16 @@ void BenchAndDumpTest::onADumpThereIsNoBenchMenuAndNothingToChange() {
   }
   QTRY_COMPARE(session_->window().findChild<QLabel*>("currentSpeed")->text(), "not in the dump");
   QVERIFY(session_->window().windowTitle().startsWith("AllLogs (read-only)"));
+}
+
+void BenchAndDumpTest::aDumpWithoutAdaptersAsksForNoneToBeConnected() {
+  LaunchOptions options;
+  options.dump = CORVANE_TEST_DATA "/dumps/nothing-matched.txt";
+  open(options, 0);
+  const auto* const page = session_->window().findChild<NoAdapterPage*>();
+  QVERIFY(page->isVisible());
+  QCOMPARE(page->findChild<QLabel*>("title")->text(), "No adapter is in this dump");
+  QVERIFY(!page->findChild<QLabel*>("advice")->text().contains("Connect"));
 }
 
 void BenchAndDumpTest::openSupportFolder(const QString& path) {

@@ -818,6 +818,17 @@ Er erscheint nach wenigen Sekunden links in der Liste.</translation>
     </message>
 </context>
 <context>
+    <name>corvane::NoAdapterPage</name>
+    <message>
+        <source>No adapter is in this dump</source>
+        <translation>In diesem Auszug ist kein Adapter</translation>
+    </message>
+    <message>
+        <source>The computer had no adapter connected when the dump was made, or its driver did not run.</source>
+        <translation>Als der Auszug entstand, war am Computer kein Adapter angeschlossen, oder sein Treiber lief nicht.</translation>
+    </message>
+</context>
+<context>
     <name>corvane::QtPrompts</name>
     <message>
         <source>The update is still running.</source>
