@@ -200,7 +200,8 @@ TEST_F(FirmwareCommandTest, AdapterUnpluggedAtTheQuestionIsNotReplacedByAnother)
   close(terminal);
   EXPECT_EQ(WEXITSTATUS(status), 1);
   EXPECT_THAT(shown, HasSubstr("the adapter has gone"));
-  for (const auto& other : state()["adapters"]) EXPECT_FALSE(other.contains("pendingFirmware"));
+  const auto bench = state();
+  for (const auto& other : bench["adapters"]) EXPECT_FALSE(other.contains("pendingFirmware"));
 }
 
 /// Kills an update at some moment, as its journal tells it, and looks at what the next start finds.
