@@ -15,6 +15,7 @@
 #include "ui/DeviceListModel.h"
 #include "ui/DeviceRowDelegate.h"
 #include "ui/EditActions.h"
+#include "ui/FocusReturn.h"
 #include "ui/HelpPopover.h"
 #include "ui/QtPrompts.h"
 #include "ui/QueueDepthSheet.h"
@@ -112,7 +113,7 @@ void MainWindow::bindDeviceTable() {
 void MainWindow::renderDeviceTable() {
   const TableView& table = delegate_.controls().deviceTable;
   rowDelegate_->setRowHeight(static_cast<int>(table.rowHeight()));
-  ui_->deviceTable->setEnabled(table.isEnabled());
+  FocusReturn::of(*ui_->deviceTable).setEnabled(*ui_->deviceTable, table.isEnabled());
   if (table.generation() != shownGeneration_) {
     shownGeneration_ = table.generation();
     const QSignalBlocker quiet(ui_->deviceTable->selectionModel());

@@ -5,6 +5,7 @@
 #include "OnlineUpdate/OnlineUpdate.h"
 #include "ui/Bindings.h"
 #include "ui/ControlBinding.h"
+#include "ui/FocusReturn.h"
 #include "ui/UpdateTableModel.h"
 #include "ui_OnlineUpdate.h"
 
@@ -50,7 +51,7 @@ void UpdateSheet::bindTable() {
 
 void UpdateSheet::renderTable() {
   const TableView& table = controller_.controls().updateTable;
-  ui_->updateTable->setEnabled(table.isEnabled());
+  FocusReturn::of(*ui_->updateTable).setEnabled(*ui_->updateTable, table.isEnabled());
   if (table.generation() == shownGeneration_) return;
   shownGeneration_ = table.generation();
   const QModelIndex current = ui_->updateTable->currentIndex();

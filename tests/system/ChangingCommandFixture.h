@@ -33,6 +33,13 @@ class ChangingCommandFixture : public ProgramFixture {
     std::ofstream(bench_) << document.dump(2) << "\n";
   }
 
+  /// Has the bench written with every field, as it is after any change, to be compared with that.
+  void writeOutInFull() const {
+    for (const char* state : {"on", "off"}) {
+      EXPECT_EQ(run("corvane-bench", {bench_, "fault", "no-network", state}).status, 0);
+    }
+  }
+
   static std::string package(const std::string& name) {
     return CORVANE_SOURCE_DIR "/bench/packages/" + name;
   }

@@ -277,6 +277,7 @@ class KilledUpdateTest : public FirmwareCommandTest {
   /// Kills an update at that moment; whatever it was, the next start has to find all in order.
   void expectConsistencyAfterKilling(const std::function<bool()>& moment) {
     setClockRate(whileKilling);
+    writeOutInFull();
     const auto before = stateBesideTheUpdate();
     const std::set<std::string> mountedBefore = mountedVolumes();
     killUpdateWhen(moment);

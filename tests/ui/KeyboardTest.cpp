@@ -100,9 +100,7 @@ void KeyboardTest::theFocusReturnsToTheModeThatWasOutOfUse() {
   show("Corvane2 10G SFP+");
   chooseItem("settingMode", "Server");
   QTRY_VERIFY_WITH_TIMEOUT(!shown_->controls().modeProgress.isRunning(), patience);
-  QTRY_COMPARE(QApplication::focusWidget(), &shown_->widget<QComboBox>("settingMode"));
-  press(Qt::Key_Tab);
-  QCOMPARE(QApplication::focusWidget(), &shown_->widget<QCheckBox>("enableTCPipv4"));
+  QCOMPARE(shown_->window().focusWidget(), &shown_->widget<QComboBox>("settingMode"));
 }
 
 void KeyboardTest::theFocusStaysWhereTheUserWent() {
