@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace corvane {
@@ -11,6 +12,8 @@ namespace {
 
 constexpr int deepestNesting = 32;
 constexpr uint64_t mostObjects = 20'000;
+constexpr uint64_t mostBytesOfValues = 8 << 20;
+constexpr size_t mostXmlCollections = 2'000;
 constexpr std::string_view binaryMagic = "bplist00";
 
 /// A binary list as its last 32 bytes describe it: objects one after another, and a table of their
@@ -34,20 +37,25 @@ class BinaryObjects {
            count_ * offsetSize_ <= bytes_.size() - table_;
   }
 
-  /// Whether no object is reached by more than one way, save for plain values, and none too deep.
-  /// Every collection is then visited once, so the walk is as long as the list.
-  bool isShallowTree() {
+  /// Whether the list stays small and shallow once it is written out. No collection is reached by
+  /// more than one way; a plain value may be, and counts each time, as the library copies it.
+  bool isSmallTree() {
     std::vector<bool> visited(count_, false);
     std::vector<Visit> pending = {{root_, 0}};
+    uint64_t reached = 1;
+    uint64_t bytesOfValues = 0;
     while (!pending.empty()) {
       const Visit visit = pending.back();
       pending.pop_back();
-      const auto references = referencesOf(visit.object);
-      if (!references) return false;
-      if (references->empty()) continue;
+      const auto object = objectAt(visit.object);
+      if (!object) return false;
+      reached += object->references.size();
+      bytesOfValues += object->bytesOfValue;
+      if (reached > mostObjects || bytesOfValues > mostBytesOfValues) return false;
+      if (object->references.empty()) continue;
       if (visited[visit.object] || visit.depth == deepestNesting) return false;
       visited[visit.object] = true;
-      for (const uint64_t object : *references) pending.push_back({object, visit.depth + 1});
+      for (const uint64_t member : object->references) pending.push_back({member, visit.depth + 1});
     }
     return true;
   }
@@ -56,6 +64,11 @@ class BinaryObjects {
   struct Visit {
     uint64_t object;
     int depth;
+  };
+
+  struct Object {
+    std::vector<uint64_t> references;  ///< of a collection
+    uint64_t bytesOfValue = 0;         ///< of a text or data
   };
 
   static uint64_t number(std::span<const uint8_t> bytes) {
@@ -69,9 +82,11 @@ class BinaryObjects {
     return bytes_.subspan(offset, size);
   }
 
-  /// The objects that a collection refers to; none for a plain value, nothing when they do not lie
-  /// within the list.
-  std::optional<std::vector<uint64_t>> referencesOf(uint64_t object) const {
+  /// Nothing when the object does not lie within the list.
+  std::optional<Object> objectAt(uint64_t object) const {
+    constexpr uint8_t dataMarker = 0x40;
+    constexpr uint8_t textMarker = 0x50;
+    constexpr uint8_t wideTextMarker = 0x60;
     constexpr uint8_t arrayMarker = 0xA0;
     constexpr uint8_t setMarker = 0xC0;
     constexpr uint8_t dictionaryMarker = 0xD0;
@@ -79,18 +94,21 @@ class BinaryObjects {
     const auto marker = part(position, 1);
     if (!marker) return std::nullopt;
     const uint8_t kind = marker->front() & 0xF0;
-    if (kind != arrayMarker && kind != setMarker && kind != dictionaryMarker) {
-      return std::vector<uint64_t>();
-    }
+    const bool isValue = kind == dataMarker || kind == textMarker || kind == wideTextMarker;
+    const bool isCollection = kind == arrayMarker || kind == setMarker || kind == dictionaryMarker;
+    if (!isValue && !isCollection) return Object{};
     ++position;
-    auto size = collectionSize(marker->front() & 0x0F, position);
-    if (!size || *size > mostObjects) return std::nullopt;
-    if (kind == dictionaryMarker) *size *= 2;
-    return readReferences(position, *size);
+    auto size = objectSize(marker->front() & 0x0F, position);
+    if (!size || *size > (isValue ? bytes_.size() : mostObjects)) return std::nullopt;
+    if (kind == dictionaryMarker || kind == wideTextMarker) *size *= 2;
+    if (isValue) return Object{{}, *size};
+    auto references = readReferences(position, *size);
+    if (!references) return std::nullopt;
+    return Object{std::move(*references)};
   }
 
   /// Small sizes stand in the marker, larger ones in a number after it.
-  std::optional<uint64_t> collectionSize(uint8_t nibble, uint64_t& position) const {
+  std::optional<uint64_t> objectSize(uint8_t nibble, uint64_t& position) const {
     constexpr uint8_t sizeFollows = 0x0F;
     if (nibble != sizeFollows) return nibble;
     const auto marker = part(position, 1);
@@ -121,21 +139,17 @@ class BinaryObjects {
   uint64_t table_ = 0;
 };
 
-/// Counts opening and closing tags of any name; an element that closes itself opens nothing.
-bool isShallowXml(std::string_view text) {
-  int depth = 0;
-  for (size_t tag = text.find('<'); tag != std::string_view::npos; tag = text.find('<', tag + 1)) {
-    const std::string_view rest = text.substr(tag + 1);
-    if (rest.empty() || rest.front() == '?' || rest.front() == '!') continue;
-    if (rest.front() == '/') {
-      --depth;
-      continue;
+/// Collections nest no deeper than there are opening tags of theirs. All are counted, wherever they
+/// stand, for what a comment or a quotation hides is for the library to say.
+bool hasFewCollections(std::string_view text) {
+  size_t count = 0;
+  for (const std::string_view tag : {"<dict", "<array"}) {
+    for (size_t found = text.find(tag); found != std::string_view::npos;
+         found = text.find(tag, found + tag.size())) {
+      ++count;
     }
-    const size_t end = rest.find('>');
-    const bool closesItself = end != std::string_view::npos && end > 0 && rest[end - 1] == '/';
-    if (!closesItself && ++depth > deepestNesting) return false;
   }
-  return true;
+  return count <= mostXmlCollections;
 }
 
 }  // namespace
@@ -148,9 +162,9 @@ bool isBinaryPropertyList(std::span<const uint8_t> bytes) {
 bool isWithinPropertyListBounds(std::span<const uint8_t> bytes) {
   if (isBinaryPropertyList(bytes)) {
     BinaryObjects objects(bytes);
-    return objects.readTrailer() && objects.isShallowTree();
+    return objects.readTrailer() && objects.isSmallTree();
   }
-  return isShallowXml({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+  return hasFewCollections({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
 }
 
 }  // namespace corvane

@@ -63,6 +63,56 @@ std::string doublingArrays() {
   return list;
 }
 
+std::string bigEndian(uint64_t number, size_t size) {
+  std::string bytes;
+  for (size_t byte = size; byte-- > 0;) bytes += static_cast<char>(number >> (8 * byte) & 0xFF);
+  return bytes;
+}
+
+/// The mark of an object, with its size in four bytes.
+std::string marker(uint8_t kind, size_t size) {
+  return static_cast<char>(kind | 0x0F) + std::string("\x12") + bigEndian(size, 4);
+}
+
+/// A binary list whose objects are those bytes, the first one its root; the others stand at those
+/// places, which may be the same.
+std::string binaryList(const std::string& objects, const std::vector<size_t>& places) {
+  constexpr size_t magicSize = 8;
+  std::string list = "bplist00" + objects;
+  const size_t table = list.size();
+  for (const size_t place : places) list += bigEndian(magicSize + place, 4);
+  return list + std::string(6, '\0') + "\x04\x02" + bigEndian(places.size(), 8) + bigEndian(0, 8) +
+         bigEndian(table, 8);
+}
+
+/// An array that names one value of that kind, with `size` bytes, so many times.
+std::string valueNamedOften(size_t times, uint8_t kind, size_t size) {
+  std::string array = marker(0xA0, times);
+  for (size_t index = 0; index < times; ++index) array += bigEndian(1, 2);
+  const size_t bytes = kind == 0x60 ? size / 2 : size;
+  return binaryList(array + marker(kind, bytes) + std::string(size, 'x'), {0, array.size()});
+}
+
+/// An array of arrays that are one and the same place in the list, each of so many texts.
+std::string arraysInOnePlace(size_t arrays, size_t texts) {
+  std::string root = marker(0xA0, arrays);
+  for (size_t index = 0; index < arrays; ++index) root += bigEndian(2 + index, 2);
+  std::string shared = marker(0xA0, texts);
+  for (size_t index = 0; index < texts; ++index) shared += bigEndian(1, 2);
+  const std::string text = marker(0x50, 1) + "x";
+  std::vector<size_t> places = {0, root.size() + shared.size()};
+  places.insert(places.end(), arrays, root.size());
+  return binaryList(root + shared + text, places);
+}
+
+/// Arrays in one another, each behind a comment that seems to close the one around it.
+std::string nestedBehindComments(int depth) {
+  std::string text;
+  for (int level = 0; level < depth; ++level) text += "<!--</array>--><array>";
+  for (int level = 0; level < depth; ++level) text += "</array>";
+  return propertyListXml(text);
+}
+
 const std::vector<UpdateRule> twoRules = {
     {"Corvane_SW", "1.2.3.4", "CORVANE_Utility.dmg", "12 MB", "Text & more"},
     {"Corvane_FW_8G", "2.0.0.1", "fw8.pkg", "1 MB", "Firmware"}};
@@ -130,8 +180,45 @@ TEST(UpdateCatalogue, NoRulesAreRulesToo) {
 TEST(UpdateCatalogue, DeepNestingIsRefused) {
   EXPECT_FALSE(read(nested("dict", 100'000)).rules);
   EXPECT_FALSE(read(asBinary(nested("array", 60))).rules);
-  EXPECT_FALSE(isWithinPropertyListBounds(bytesOf(nested("dict", 33))));
-  EXPECT_TRUE(isWithinPropertyListBounds(bytesOf(nested("dict", 20))));
+  for (const char* const element : {"dict", "array"}) {
+    EXPECT_FALSE(isWithinPropertyListBounds(bytesOf(nested(element, 2'001)))) << element;
+    EXPECT_TRUE(isWithinPropertyListBounds(bytesOf(nested(element, 20)))) << element;
+  }
+}
+
+TEST(UpdateCatalogue, WhatIsNestedAsDeepAsTheBoundsAllowIsRead) {
+  EXPECT_TRUE(isWithinPropertyListBounds(bytesOf(nested("dict", 2'000))));
+  EXPECT_FALSE(read(nested("dict", 2'000)).rules);
+}
+
+TEST(UpdateCatalogue, CommentsHideNoNesting) {
+  EXPECT_FALSE(isWithinPropertyListBounds(bytesOf(nestedBehindComments(30'000))));
+  EXPECT_FALSE(read(nestedBehindComments(30'000)).rules);
+}
+
+TEST(UpdateCatalogue, AThousandRulesAreRead) {
+  const std::string catalogue = catalogueXml(std::vector<UpdateRule>(1'000, twoRules[0]));
+  for (const std::string& text : {catalogue, asBinary(catalogue)}) {
+    const CatalogueReading reading = read(text);
+    ASSERT_TRUE(reading.rules) << reading.problem;
+    EXPECT_EQ(reading.rules->size(), 1'000u);
+  }
+}
+
+TEST(UpdateCatalogue, AValueThatIsNamedOftenCountsAsOften) {
+  for (const uint8_t kind : std::initializer_list<uint8_t>{0x40, 0x50, 0x60}) {
+    EXPECT_TRUE(isWithinPropertyListBounds(bytesOf(valueNamedOften(8, kind, 900'000))))
+        << int{kind};
+    EXPECT_FALSE(isWithinPropertyListBounds(bytesOf(valueNamedOften(10, kind, 900'000))))
+        << int{kind};
+    EXPECT_FALSE(read(valueNamedOften(19'000, kind, 900'000)).rules) << int{kind};
+  }
+}
+
+TEST(UpdateCatalogue, ValuesAreCountedWhereverTheyAreNamed) {
+  EXPECT_TRUE(isWithinPropertyListBounds(bytesOf(arraysInOnePlace(10, 1'000))));
+  EXPECT_FALSE(isWithinPropertyListBounds(bytesOf(arraysInOnePlace(30, 1'000))));
+  EXPECT_FALSE(read(arraysInOnePlace(19'000, 19'000)).rules);
 }
 
 TEST(UpdateCatalogue, ACollectionThatIsNamedTwiceIsRefused) {
