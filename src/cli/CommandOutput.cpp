@@ -228,6 +228,14 @@ void printNote(CommandContext& context, std::string_view text) {
   context.err << context.program << ": " << printable(text) << '\n';
 }
 
+bool askToGoOn(CommandContext& context, const std::vector<std::string>& lines) {
+  for (const std::string& line : lines) context.err << printable(line) << '\n';
+  context.err << "Go on? [y/N] " << std::flush;
+  std::string answer;
+  std::getline(context.in, answer);
+  return answer == "y" || answer == "Y" || answer == "yes";
+}
+
 int runCommandLine(CLI::App& app, CommandContext& context,
                    const std::vector<std::string>& arguments) {
   try {

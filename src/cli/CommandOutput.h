@@ -84,6 +84,10 @@ void printFailure(CommandContext& context, const CommandFailure& failure);
 /// although the command goes on.
 void printNote(CommandContext& context, std::string_view text);
 
+/// Asks on standard error whether to go on with what `lines` tell, and reads the answer. Anything
+/// but "y", "Y" and "yes" is a no.
+bool askToGoOn(CommandContext& context, const std::vector<std::string>& lines);
+
 /// Parses `arguments` (without the program's name), runs the command that they
 /// name and prints whatever fails. Returns the exit status for the shell.
 int runCommandLine(CLI::App& app, CommandContext& context,

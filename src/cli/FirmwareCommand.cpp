@@ -4,11 +4,9 @@
 
 #include <CLI/CLI.hpp>
 #include <filesystem>
-#include <istream>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
-#include <ostream>
 #include <string>
 
 #include "FirmwareImageFile.h"
@@ -82,11 +80,7 @@ void requireAnswerable(const CommandContext& context, const FirmwareOptions& opt
 
 bool isConfirmed(CommandContext& context, const FirmwareOptions& options,
                  const std::string& question) {
-  if (options.yes) return true;
-  context.err << question << "\nGo on? [y/N] " << std::flush;
-  std::string line;
-  std::getline(context.in, line);
-  return line == "y" || line == "Y" || line == "yes";
+  return options.yes || askToGoOn(context, {question});
 }
 
 // Updating.

@@ -5,11 +5,9 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <atomic>
-#include <istream>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -135,13 +133,12 @@ void requireAnswerable(const CommandContext& context, const UpdateOptions& optio
 bool isConfirmed(CommandContext& context, const UpdateOptions& options,
                  const std::vector<UpdateDevice>& chosen) {
   if (options.yes) return true;
+  std::vector<std::string> lines;
   for (const UpdateDevice& update : chosen) {
-    context.err << update.updateName << ": " << update.currentVer << '\n';
+    lines.push_back(update.updateName + ": " + update.currentVer);
   }
-  context.err << "All I/O access to the adapters stops meanwhile.\nGo on? [y/N] " << std::flush;
-  std::string line;
-  std::getline(context.in, line);
-  return line == "y" || line == "Y" || line == "yes";
+  lines.emplace_back("All I/O access to the adapters stops meanwhile.");
+  return askToGoOn(context, lines);
 }
 
 // Installing.

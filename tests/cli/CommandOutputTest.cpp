@@ -56,6 +56,26 @@ TEST_F(CommandOutputTest, ATextOfSeveralLinesStandsOnOne) {
   EXPECT_EQ(out.str(), "error: not the correct type for the adapter, sorry\n");
 }
 
+TEST_F(CommandOutputTest, AsksWhetherToGoOn) {
+  for (const std::string answer : {"y", "Y", "yes"}) {
+    in.str(answer + "\n");
+    EXPECT_TRUE(askToGoOn(context, {"one", "two"})) << answer;
+  }
+  for (const std::string answer : {"n\n", "\n", "yes!\n", "YES\n", " y\n", ""}) {
+    in.clear();
+    in.str(answer);
+    err.str("");
+    EXPECT_FALSE(askToGoOn(context, {"one", "two"})) << answer;
+    EXPECT_EQ(err.str(), "one\ntwo\nGo on? [y/N] ");
+  }
+  EXPECT_EQ(out.str(), "");
+}
+
+TEST_F(CommandOutputTest, AQuestionCannotDriveTheTerminal) {
+  askToGoOn(context, {"FW: 1.0\x1b[2J\n2"});
+  EXPECT_EQ(err.str(), "FW: 1.0\\x1b[2J 2\nGo on? [y/N] ");
+}
+
 TEST_F(CommandOutputTest, TextFromOutsideCannotDriveTheTerminal) {
   printAnswer(context, ordered_json{{"id", "a\x1b[2Jb\xC2\x9Bz"}});
   EXPECT_EQ(out.str(), "id: a\\x1b[2Jb\\u009bz\n");
