@@ -184,10 +184,12 @@ void TenGigabitPages::showSettings(const Corvane2Device_10GE& adapter, const SEP
 }
 
 int64_t TenGigabitPages::findModuleClass(const Corvane2Device_10GE& adapter, const SEPort& port) {
+  const auto firstPort = adapter.port1();
+  const SEPort& unknownModulesPort = firstPort ? *firstPort : port;
   command_.setCommandTittle("SFPModule");
   for (int64_t candidate = firstModuleClass; candidate <= lastModuleClass; ++candidate) {
     const bool reported = command_.getSFPinfo(command_) == candidate;
-    const SEPort& judged = candidate == unknownModuleClass ? *adapter.port1() : port;
+    const SEPort& judged = candidate == unknownModuleClass ? unknownModulesPort : port;
     if (reported && judged.procudtTpe() == corvane2_10G_SFP) return candidate;
   }
   return 0;

@@ -312,6 +312,17 @@ TEST_F(PortPageTest, WithoutA10GbEAdapterInTheRowNothingHappens) {
   EXPECT_EQ(state.selectPort, 0);
 }
 
+TEST_F(PortPageTest, AnAdapterThatLosesItsPortsMeanwhileIsShownToTheEnd) {
+  setModule("en6", "Unknown");
+  computer.shell.answer = [this](const std::string& line) {
+    adapter->clearAll();
+    return shell.run(line);
+  };
+  pages.show10GportInfo(1);
+  EXPECT_FALSE(controls.SFPerrrorMessage10G.isHidden());
+  EXPECT_EQ(controls.enStatus.text(), "Unknow");
+}
+
 TEST_F(PortPageTest, AnAdapterThatHasLostItsPortsChangesNothing) {
   adapter->clearAll();
   pages.show10GportInfo(0);
