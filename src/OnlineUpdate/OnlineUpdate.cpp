@@ -110,14 +110,23 @@ void OnlineUpdate::checkUpdate() {
   }
   serverUrl_ = contains(base, catalogueName) ? base : base + operatingSystemFolder();
   updateItem_.clear();
-  const bool isOutdated = checkAllVersions("SW") == 1 || checkAllVersions("FW_8G") == 1 ||
-                          checkAllVersions("FW_16G") == 1;
-  if (isOutdated) {
+  if (isAnythingNewer()) {
     showWindow();
   } else {
     closeWindow();
     platform_.prompts.showModalAlert(warningAlert("Warning", "Your system is up to date!"));
   }
+}
+
+/// What is pending of one kind hides the kinds behind it.
+bool OnlineUpdate::isAnythingNewer() {
+  isChecking_ = true;
+  for (Button* button : suspendedButtons()) button->suspend();
+  const bool isNewer = checkAllVersions("SW") == 1 || checkAllVersions("FW_8G") == 1 ||
+                       checkAllVersions("FW_16G") == 1;
+  for (Button* button : suspendedButtons()) button->resume();
+  isChecking_ = false;
+  return isNewer;
 }
 
 bool OnlineUpdate::networkAnswers() {
@@ -161,7 +170,11 @@ int64_t OnlineUpdate::checkAllVersions(const std::string& kind) {
 /// rule for the product empties them.
 void OnlineUpdate::readRule(const std::string& productID) {
   lastCheck_.catalogueUrl = serverUrl_ + "/" + catalogueName;
-  const CatalogueReading catalogue = fetchCatalogue(platform_, lastCheck_.catalogueUrl);
+  const CatalogueReading catalogue =
+      fetchCatalogue(platform_, lastCheck_.catalogueUrl, [this](uint64_t, uint64_t) {
+        serveWindow();
+        return true;
+      });
   if (!catalogue.rules) {
     lastCheck_.catalogueProblem = catalogue.problem;
     platform_.log.system(lastCheck_.catalogueUrl + ": " + catalogue.problem);
@@ -267,8 +280,12 @@ bool OnlineUpdate::showProgress(uint64_t received, uint64_t total) {
     controls_.updateProgress.setFraction(static_cast<double>(std::min(received, total)) /
                                          static_cast<double>(total));
   }
-  if (whileDownloading_) whileDownloading_();
+  serveWindow();
   return !isCancelWanted_;
+}
+
+void OnlineUpdate::serveWindow() {
+  if (whileDownloading_) whileDownloading_();
 }
 
 std::string OnlineUpdate::downloadPath(const std::string& fileName) const {

@@ -32,7 +32,8 @@ struct UpdateCheckOutcome {
 /// with the utility and the attached adapters, lists what is newer in the update window, downloads
 /// and installs what the user ticks.
 ///
-/// Main queue only. The check and each download block it; see whileDownloading().
+/// Main queue only. The check and each download block it; see whileDownloading(). Nothing else of
+/// this class's begins meanwhile.
 class OnlineUpdate {
  public:
   /// What an installation needs of the rest of the system. All outlive the object.
@@ -83,8 +84,9 @@ class OnlineUpdate {
   /// when the transfer failed, 2 when the transfer library could not be initialised.
   int64_t downloadFile(const std::string& fileName);
 
-  /// What is done again and again while a download blocks the main queue, so that the window can
-  /// paint itself and take the user's wish to cancel. It must not run the queue's other work.
+  /// What is done again and again while a download, the catalogue's too, blocks the main queue, so
+  /// that the window can paint itself and take the user's wish to cancel. It must not run the
+  /// queue's other work.
   void whileDownloading(std::function<void()> step) { whileDownloading_ = std::move(step); }
 
   /// The update button: installs what is ticked.
@@ -115,6 +117,7 @@ class OnlineUpdate {
 
  private:
   bool networkAnswers();
+  bool isAnythingNewer();
   std::string baseUrl() const;
   std::string operatingSystemFolder() const;
   void readRule(const std::string& productID);
@@ -131,7 +134,8 @@ class OnlineUpdate {
   void installFirmware();
   UpdateDownload downloadPackage();
   void installationEnded();
-  bool isBusy() const { return isDownloading_ || isInstalling(); }
+  void serveWindow();
+  bool isBusy() const { return isChecking_ || isDownloading_ || isInstalling(); }
   std::array<Button*, 3> suspendedButtons();
   void tellNothingSelected();
   const UpdateDevice* candidate(int64_t row) const;
@@ -155,6 +159,7 @@ class OnlineUpdate {
   UpdateCheckOutcome lastCheck_;
 
   std::function<void()> whileDownloading_;
+  bool isChecking_ = false;
   bool isDownloading_ = false;
   bool isCancelWanted_ = false;
   UpdateInstallation installation_;

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -98,8 +99,14 @@ std::string failureOf(const TransferHandle& handle) {
   return text.empty() ? "the transfer failed" : text;
 }
 
-std::string fileNameOf(const std::string& path) {
-  return std::filesystem::path(path).filename().string();
+/// Whether the name is that of the file at `path` on a file system that does not tell capitals
+/// from small letters.
+bool namesFile(const std::string& name, const std::string& path) {
+  const std::string reserved = std::filesystem::path(path).filename().string();
+  return std::equal(name.begin(), name.end(), reserved.begin(), reserved.end(),
+                    [](unsigned char one, unsigned char other) {
+                      return std::tolower(one) == std::tolower(other);
+                    });
 }
 
 }  // namespace
@@ -119,7 +126,7 @@ std::string updateFileNameProblem(const std::string& name, const Paths& paths) {
     return "the catalogue's file name has characters other than letters, digits, \".\", \"_\", "
            "\"-\" and \"+\"";
   }
-  if (name == fileNameOf(paths.transferImage) || name == fileNameOf(paths.scratchFile)) {
+  if (namesFile(name, paths.transferImage) || namesFile(name, paths.scratchFile)) {
     return "the catalogue's file name is kept for a file of the utility's own";
   }
   return {};
@@ -140,13 +147,16 @@ UpdateDownload downloadUpdateFile(const Platform& platform, const std::string& u
   return {};
 }
 
-CatalogueReading fetchCatalogue(const Platform& platform, const std::string& url) {
+CatalogueReading fetchCatalogue(const Platform& platform, const std::string& url,
+                                TransferProgress progress) {
   const auto handle = platform.transfer.createHandle();
   if (!handle) return {std::nullopt, "the transfer library could not be initialised"};
   MemoryFile file;
   handle->setUrl(url);
   handle->setWrite(write_data, file.stream());
   handle->setMaximumSize(catalogueSizeLimit);
+  handle->setTimeLimit(catalogueTimeLimit);
+  handle->setProgress(std::move(progress));
   if (handle->perform() != 0) return {std::nullopt, failureOf(*handle)};
   return readCatalogue(file.bytes());
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdio>
 #include <string>
 
@@ -30,7 +31,11 @@ struct UpdateDownload {
 UpdateDownload downloadUpdateFile(const Platform& platform, const std::string& url,
                                   const std::string& path, TransferProgress progress);
 
-/// Fetches the catalogue at `url` and reads it. Blocks the caller.
-CatalogueReading fetchCatalogue(const Platform& platform, const std::string& url);
+/// A server that hands the catalogue out byte by byte is not waited for any longer.
+inline constexpr std::chrono::seconds catalogueTimeLimit{30};
+
+/// Fetches the catalogue at `url` and reads it. Blocks the caller, for catalogueTimeLimit at most.
+CatalogueReading fetchCatalogue(const Platform& platform, const std::string& url,
+                                TransferProgress progress);
 
 }  // namespace corvane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <functional>
@@ -29,6 +30,8 @@ class TransferHandle {
   virtual void setProgress(TransferProgress progress) = 0;
   /// The most bytes accepted; more ends the transfer as failed. 0 for no bound.
   virtual void setMaximumSize(uint64_t bytes) = 0;
+  /// The longest that perform() may take in all; more ends the transfer as failed. 0 for no bound.
+  virtual void setTimeLimit(std::chrono::milliseconds limit) = 0;
 
   /// curl_easy_perform: 0 on success, else the library's code. Follows redirects between web
   /// schemes, takes an answer of 400 and above as a failure, gives up when no connection is made or

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <string>
@@ -24,6 +25,7 @@ class FakeTransfer : public Transfer {
   std::vector<std::string> requests;
   std::vector<std::string> destinations;  ///< where what was asked for was to end up
   uint64_t maximumSize = 0;               ///< what the last transfer was limited to
+  std::chrono::milliseconds timeLimit{};  ///< the same in time
   size_t openHandles = 0;
 
   std::unique_ptr<TransferHandle> createHandle() override {
@@ -34,7 +36,11 @@ class FakeTransfer : public Transfer {
  private:
   class Handle : public TransferHandle {
    public:
-    explicit Handle(FakeTransfer& owner) : owner_(owner) { ++owner_.openHandles; }
+    explicit Handle(FakeTransfer& owner) : owner_(owner) {
+      ++owner_.openHandles;
+      owner_.maximumSize = 0;
+      owner_.timeLimit = {};
+    }
     ~Handle() override { --owner_.openHandles; }
     void setUrl(const std::string& url) override { url_ = url; }
     void setDestination(const std::string& path) override { owner_.destinations.push_back(path); }
@@ -44,6 +50,7 @@ class FakeTransfer : public Transfer {
     }
     void setProgress(TransferProgress progress) override { progress_ = std::move(progress); }
     void setMaximumSize(uint64_t bytes) override { owner_.maximumSize = maximum_ = bytes; }
+    void setTimeLimit(std::chrono::milliseconds limit) override { owner_.timeLimit = limit; }
 
     int perform() override {
       owner_.requests.push_back(url_);

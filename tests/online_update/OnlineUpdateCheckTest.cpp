@@ -171,7 +171,7 @@ TEST_F(OnlineUpdateCheckTest, ACatalogueThatCannotBeReadReadsAsNothingNewerAndTh
   for (const std::string& content :
        {std::string("no list"), propertyListXml("<dict/>"),
         propertyListXml("<dict><key>Rules</key><integer>1</integer></dict>"),
-        std::string(100'000'000, ' ')}) {
+        std::string(catalogueSizeLimit + 1, ' ')}) {
     fake.prompts.alerts.clear();
     serve(url, content);
     update->checkUpdate();
@@ -195,6 +195,28 @@ TEST_F(OnlineUpdateCheckTest, AProductWithoutARuleIsNotComparedWithAnothersVersi
   serveCatalogue({sameSoftware});
   update->checkUpdate();
   EXPECT_THAT(update->updateItem(), IsEmpty());
+}
+
+TEST_F(OnlineUpdateCheckTest, TheWindowIsServedWhileTheCatalogueArrivesAndNothingElseBegins) {
+  serveCatalogue({sameSoftware});
+  int served = 0;
+  update->whileDownloading([&] {
+    ++served;
+    EXPECT_FALSE(controls.checkUpdate.isEnabled());
+    EXPECT_FALSE(controls.updateFW.isEnabled());
+    EXPECT_FALSE(update->controls().updateButton.isEnabled());
+    update->checkUpdate();
+    update->selectUpdate();
+  });
+  update->checkUpdate();
+  EXPECT_EQ(served, 3);
+  EXPECT_THAT(fake.transfer.requests, SizeIs(3));
+  EXPECT_THAT(fake.shell.lines(), SizeIs(1));
+  ASSERT_THAT(fake.prompts.alerts, SizeIs(1));
+  EXPECT_EQ(fake.prompts.alerts[0].content, upToDate);
+  EXPECT_TRUE(controls.checkUpdate.isEnabled());
+  EXPECT_TRUE(controls.updateFW.isEnabled());
+  EXPECT_TRUE(update->controls().updateButton.isEnabled());
 }
 
 TEST_F(OnlineUpdateCheckTest, UnknownKindsAreNothing) {

@@ -34,8 +34,17 @@ class UpdateDownloadTest : public testing::Test {
     return {fake.registry,      fake.userClient,    fake.diskArbitration,
             fake.runLoops,      fake.dispatch,      fake.notifications,
             fake.shell,         fake.scripts,       fake.bundles,
-            fake.systemVersion, fake.authorization, transfer_,
+            fake.systemVersion, fake.authorization, *transfer_,
             fake.log,           fake.prompts,       fake.paths};
+  }
+
+  /// How long a server may be silent.
+  static std::unique_ptr<CurlTransfer> transferThatWaits(std::chrono::seconds stallLimit) {
+    return std::make_unique<CurlTransfer>(CurlTransferOptions{1min, stallLimit, false});
+  }
+
+  CatalogueReading fetch(const std::string& path) {
+    return fetchCatalogue(platform(), server_.url(path), {});
   }
 
   UpdateDownload download(const std::string& path) {
@@ -58,7 +67,7 @@ class UpdateDownloadTest : public testing::Test {
   LoopbackServer server_;
   ManualDispatch dispatch_;
   FakePlatform fake_{dispatch_};
-  CurlTransfer transfer_{{5s, 1s, false}};
+  std::unique_ptr<CurlTransfer> transfer_ = transferThatWaits(1min);
   std::filesystem::path folder_;
   std::string path_;
 };
@@ -81,6 +90,7 @@ TEST_F(UpdateDownloadTest, FollowsARedirect) {
 }
 
 TEST_F(UpdateDownloadTest, ATransferThatFailsLeavesTheOldFileAndNothingElse) {
+  transfer_ = transferThatWaits(1s);
   server_.fail("/missing", 404);
   server_.cut("/cut", "first half", 20);
   server_.stall("/stalled", "first bytes");
@@ -162,12 +172,13 @@ TEST_F(UpdateDownloadTest, WriteDataAnswersWhatTheFileWriteAnswers) {
 
 TEST_F(UpdateDownloadTest, FetchesACatalogue) {
   server_.serve("/CorvaneOnlineInfo.plist", catalogueXml({{"Corvane_SW", "2.0.0.0", "a", "", ""}}));
-  const auto reading = fetchCatalogue(platform(), server_.url("/CorvaneOnlineInfo.plist"));
+  const auto reading = fetch("/CorvaneOnlineInfo.plist");
   ASSERT_TRUE(reading.rules);
   EXPECT_EQ(reading.rules->front().Version, "2.0.0.0");
 }
 
 TEST_F(UpdateDownloadTest, ACatalogueThatCannotBeFetchedSaysWhy) {
+  transfer_ = transferThatWaits(1s);
   server_.fail("/missing", 404);
   server_.serve("/page", "<html></html>");
   server_.serve("/large", std::string(100'000'000, ' '));
@@ -175,10 +186,28 @@ TEST_F(UpdateDownloadTest, ACatalogueThatCannotBeFetchedSaysWhy) {
   server_.cut("/cut", "<plist>", 100);
   server_.stall("/stalled", "<plist>");
   for (const char* const path : {"/missing", "/page", "/large", "/endless", "/cut", "/stalled"}) {
-    const auto reading = fetchCatalogue(platform(), server_.url(path));
+    const auto reading = fetch(path);
     EXPECT_FALSE(reading.rules) << path;
     EXPECT_NE(reading.problem, "") << path;
   }
+}
+
+TEST_F(UpdateDownloadTest, ACatalogueIsWaitedForWithinBoundsWhileItArrives) {
+  fake_.transfer.answers["http://server/list"] = {0, catalogueXml({}), ""};
+  int served = 0;
+  const auto serve = [&served](uint64_t, uint64_t) {
+    ++served;
+    return true;
+  };
+  EXPECT_TRUE(fetchCatalogue(fake_.platform(), "http://server/list", serve).rules);
+  EXPECT_GT(served, 0);
+  EXPECT_EQ(fake_.transfer.timeLimit, catalogueTimeLimit);
+  EXPECT_EQ(fake_.transfer.maximumSize, catalogueSizeLimit);
+}
+
+TEST_F(UpdateDownloadTest, APackageMayTakeAsLongAsItArrives) {
+  downloadUpdateFile(fake_.platform(), "http://server/package", path_, {});
+  EXPECT_EQ(fake_.transfer.timeLimit, 0s);
 }
 
 TEST_F(UpdateDownloadTest, PlainFileNamesAreUsed) {
@@ -214,7 +243,9 @@ TEST_F(UpdateDownloadTest, AnythingButANameIsRefused) {
                                           "~root",
                                           "ä.pkg",
                                           "emulex.grp",
+                                          "Emulex.GRP",
                                           "corvaneOutput.txt",
+                                          "CORVANEOUTPUT.TXT",
                                           "a%2fb",
                                           std::string("a\0b", 3),
                                           std::string(201, 'a')};

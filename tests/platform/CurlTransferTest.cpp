@@ -36,6 +36,7 @@ class CurlTransferTest : public testing::Test {
     handle->setUrl(url);
     handle->setWrite(writeFunction_, stream);
     handle->setMaximumSize(maximumSize_);
+    handle->setTimeLimit(timeLimit_);
     if (progress_) handle->setProgress(progress_);
     const int code = handle->perform();
     std::fclose(stream);
@@ -45,9 +46,10 @@ class CurlTransferTest : public testing::Test {
   }
 
   LoopbackServer server_;
-  CurlTransferOptions options_{5s, 1s, false};
+  CurlTransferOptions options_{1min, 1min, false};
   TransferHandle::WriteFunction writeFunction_ = writeToFile;
   uint64_t maximumSize_ = 0;
+  std::chrono::milliseconds timeLimit_{};
   TransferProgress progress_;
 };
 
@@ -96,6 +98,7 @@ TEST_F(CurlTransferTest, ATransferThatIsCutIsAFailure) {
 }
 
 TEST_F(CurlTransferTest, AServerThatFallsSilentIsGivenUp) {
+  options_.stallLimit = 1s;
   server_.stall("/silent", "first bytes");
   EXPECT_EQ(fetch(server_.url("/silent")).code, CURLE_OPERATION_TIMEDOUT);
 }
@@ -156,17 +159,25 @@ TEST_F(CurlTransferTest, TellsTheProgressUpToTheTotal) {
 }
 
 TEST_F(CurlTransferTest, AListenerEndsATransferThatHasFallenSilent) {
-  options_.stallLimit = 60s;
   server_.stall("/silent", "first bytes");
   progress_ = [](uint64_t received, uint64_t) { return received == 0; };
   EXPECT_EQ(fetch(server_.url("/silent")).code, CURLE_ABORTED_BY_CALLBACK);
 }
 
 TEST_F(CurlTransferTest, AServerThatIsSlowButNotSilentIsWaitedFor) {
-  server_.trickle("/slow", "in single bytes", 100ms);
+  options_.stallLimit = 2s;
+  server_.trickle("/slow", "in single bytes", 200ms);
   const Outcome outcome = fetch(server_.url("/slow"));
   EXPECT_EQ(outcome.code, 0);
   EXPECT_EQ(outcome.body, "in single bytes");
+}
+
+TEST_F(CurlTransferTest, AServerThatIsSlowWithoutEndIsGivenUpWhenTheTimeIsUp) {
+  timeLimit_ = 300ms;
+  server_.trickle("/slow", std::string(1'000, 'x'), 100ms);
+  const Outcome outcome = fetch(server_.url("/slow"));
+  EXPECT_EQ(outcome.code, CURLE_OPERATION_TIMEDOUT);
+  EXPECT_LT(outcome.body.size(), 1'000u);
 }
 
 TEST_F(CurlTransferTest, AWriteThatTakesNothingEndsTheTransfer) {

@@ -22,6 +22,7 @@ class UpdateWindowTest : public QObject {
   void init();
   void cleanup();
   void theCandidatesAreListed();
+  void theMainWindowIsServedWhileTheCatalogueArrives();
   void aSilentDownloadCanBeCancelled();
   void escapeCancelsTheDownloadOfFirmware();
   void escapeClosesTheWindowWhenNothingGoesOn();
@@ -41,11 +42,12 @@ namespace {
 
 const UiTestRegistration<UpdateWindowTest> updateWindowTest;
 
+constexpr const char* catalogue = "/10.11/CorvaneOnlineInfo.plist";
 constexpr const char* image = "/10.11/CORVANE_Utility.dmg";
 constexpr const char* package = "/10.11/fw8.pkg";
 
-/// Far below the time after which a silent server is given up.
-constexpr qint64 promptly = 10'000;
+/// Below the time after which a silent server is given up.
+constexpr qint64 promptly = 25'000;
 
 std::string rule(const std::string& product, const std::string& version, const std::string& file) {
   return "<dict><key>ProductID</key><string>" + product + "</string><key>Version</key><string>" +
@@ -53,14 +55,17 @@ std::string rule(const std::string& product, const std::string& version, const s
          "</string><key>Info</key><string>What is new</string></dict>";
 }
 
+std::string rules() {
+  return "<plist version=\"1.0\"><dict><key>Rules</key><array>" +
+         rule("Corvane_SW", "2.0.0.0", "CORVANE_Utility.dmg") +
+         rule("Corvane_FW_8G", "99.0.0.0", "fw8.pkg") + "</array></dict></plist>";
+}
+
 }  // namespace
 
 void UpdateWindowTest::init() {
   server_ = std::make_unique<LoopbackServer>();
-  server_->serve("/10.11/CorvaneOnlineInfo.plist",
-                 "<plist version=\"1.0\"><dict><key>Rules</key><array>" +
-                     rule("Corvane_SW", "2.0.0.0", "CORVANE_Utility.dmg") +
-                     rule("Corvane_FW_8G", "99.0.0.0", "fw8.pkg") + "</array></dict></plist>");
+  server_->serve(catalogue, rules());
 }
 
 void UpdateWindowTest::cleanup() {
@@ -108,6 +113,14 @@ void UpdateWindowTest::theCandidatesAreListed() {
   QCOMPARE(table.model()->rowCount(), 1);
   QCOMPARE(table.model()->index(0, 1).data().toString(), QString("CORVANE Utility"));
   QCOMPARE(table.model()->index(0, 2).data().toString(), QString("2.0.0.0"));
+}
+
+void UpdateWindowTest::theMainWindowIsServedWhileTheCatalogueArrives() {
+  server_->trickle(catalogue, rules(), std::chrono::milliseconds(3));
+  bool isServedMeanwhile = false;
+  duringDownload(catalogue, [&] { isServedMeanwhile = !shown_->isOpen("OnlineUpdate"); });
+  open("1.0.0.0");
+  QVERIFY(isServedMeanwhile);
 }
 
 void UpdateWindowTest::aSilentDownloadCanBeCancelled() {

@@ -88,6 +88,7 @@ class BenchTransferHandle final : public TransferHandle {
     handle_->setProgress(std::move(progress));
   }
   void setMaximumSize(uint64_t bytes) override { handle_->setMaximumSize(bytes); }
+  void setTimeLimit(std::chrono::milliseconds limit) override { handle_->setTimeLimit(limit); }
 
   int perform() override {
     hasNoNetwork_ = machine_.state()->hasFault("no-network");

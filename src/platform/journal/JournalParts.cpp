@@ -80,6 +80,7 @@ class JournalTransferHandle final : public TransferHandle {
     wrapped_->setProgress(std::move(progress));
   }
   void setMaximumSize(uint64_t bytes) override { wrapped_->setMaximumSize(bytes); }
+  void setTimeLimit(std::chrono::milliseconds limit) override { wrapped_->setTimeLimit(limit); }
 
   int perform() override {
     const int result = wrapped_->perform();

@@ -49,6 +49,10 @@ class CurlTransferHandle final : public TransferHandle {
 
   void setMaximumSize(uint64_t bytes) override { maximumSize_ = bytes; }
 
+  void setTimeLimit(std::chrono::milliseconds limit) override {
+    set(CURLOPT_TIMEOUT_MS, static_cast<long>(limit.count()));
+  }
+
   int perform() override {
     received_ = 0;
     tooLarge_ = false;
