@@ -1,10 +1,10 @@
 #include "DeviceMonitorCORVANE2_10GE/DeviceMonitorCORVANE2_10GE.h"
 
 #include <chrono>
-#include <exception>
 #include <utility>
 
 #include "DeviceMonitorCORVANE2_10GE/SmallTree.h"
+#include "discovery/LoggedExceptions.h"
 
 namespace corvane {
 
@@ -40,13 +40,9 @@ void DeviceMonitorCORVANE2_10GE::start() {
 
 int32_t DeviceMonitorCORVANE2_10GE::startMonitorRunLoop() {
   int32_t status = registrationFailed;
-  try {
-    status = registCorvane2Event_10GE();
-    if (started_) started_(status);
-    if (status == 0) platform_.runLoops.run();
-  } catch (const std::exception& exception) {
-    platform_.log.system(exception.what());
-  }
+  logExceptions(platform_.log, [&] { status = registCorvane2Event_10GE(); });
+  if (started_) started_(status);
+  if (status == 0) logExceptions(platform_.log, [this] { platform_.runLoops.run(); });
   return status;
 }
 
@@ -76,6 +72,11 @@ void DeviceMonitorCORVANE2_10GE::stop() {
   callbackRef_->gate->close();
   stopping_.request_stop();
   endRunLoop();
+  logExceptions(platform_.log, [this] { tearDown(); });
+}
+
+// Nothing of the monitor's runs any more.
+void DeviceMonitorCORVANE2_10GE::tearDown() {
   ioPropertyMatchDic_.reset();
   ioPropertyMatchSubDic_.reset();
   ioDeviceAppeared_.reset();

@@ -29,7 +29,8 @@ class DeviceMonitorCORVANE2_10GE {
   DeviceMonitorCORVANE2_10GE& operator=(const DeviceMonitorCORVANE2_10GE&) = delete;
 
   /// `started` is called on the monitor's thread once the registration has succeeded (0) or failed
-  /// (4096); by then the ports present have been reported. Set it before start().
+  /// (4096), be it by an exception; by then the ports present have been reported. Set it before
+  /// start().
   void whenStarted(std::function<void(int32_t status)> started);
 
   /// Runs the monitor on a thread of the default-priority global queue and returns at once.
@@ -52,6 +53,7 @@ class DeviceMonitorCORVANE2_10GE {
 
  private:
   void endRunLoop();
+  void tearDown();
   void dropDevices();
 
   const Platform platform_;

@@ -1,10 +1,10 @@
 #include "DeviceMonitorCORVANE2_8FC/DeviceMonitorCORVANE2.h"
 
 #include <chrono>
-#include <exception>
 #include <utility>
 
 #include "DeviceMonitorCORVANE2_8FC/FCDriver.h"
+#include "discovery/LoggedExceptions.h"
 
 namespace corvane {
 
@@ -38,14 +38,11 @@ void DeviceMonitorCORVANE2::start() {
 
 int32_t DeviceMonitorCORVANE2::startMonitorRunLoop() {
   int32_t status = registrationFailed;
-  try {
-    status = registCorvane2Event();
-    if (status == 0) status = registDiskEvent();
-    if (started_) started_(status);
-    if (status == 0) platform_.runLoops.run();
-  } catch (const std::exception& exception) {
-    platform_.log.system(exception.what());
-  }
+  logExceptions(platform_.log, [&] {
+    if (registCorvane2Event() == 0) status = registDiskEvent();
+  });
+  if (started_) started_(status);
+  if (status == 0) logExceptions(platform_.log, [this] { platform_.runLoops.run(); });
   return status;
 }
 
@@ -126,8 +123,13 @@ std::vector<std::string> DeviceMonitorCORVANE2::getBSDVolumeList() const {
 void DeviceMonitorCORVANE2::stop() {
   if (std::exchange(stopped_, true)) return;
   callbackRef_->gate->close();
-  unscheduleSession();
+  logExceptions(platform_.log, [this] { unscheduleSession(); });
   endRunLoop();
+  logExceptions(platform_.log, [this] { tearDown(); });
+}
+
+// Nothing of the monitor's runs any more.
+void DeviceMonitorCORVANE2::tearDown() {
   session_.reset();
   ioPropertyMatchDic_.reset();
   ioPropertyMatchSubDic_.reset();

@@ -32,7 +32,8 @@ class DeviceMonitorCORVANE2 {
   DeviceMonitorCORVANE2& operator=(const DeviceMonitorCORVANE2&) = delete;
 
   /// `started` is called on the monitor's thread once the registration has succeeded (0) or failed
-  /// (4096); by then the ports present have been reported. Set it before start().
+  /// (4096), be it by an exception; by then the ports present have been reported. Set it before
+  /// start().
   void whenStarted(std::function<void(int32_t status)> started);
 
   /// Runs the monitor on a thread of the default-priority global queue and returns at once.
@@ -67,6 +68,7 @@ class DeviceMonitorCORVANE2 {
  private:
   void endRunLoop();
   void unscheduleSession();
+  void tearDown();
   void dropDevices();
 
   const Platform platform_;

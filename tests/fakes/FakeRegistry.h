@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -93,6 +94,7 @@ class FakeRegistry : public Registry {
   bool failCreatePort = false;
   bool failRunLoopSource = false;
   std::string failAddNotification;  ///< the notification type that cannot be registered
+  std::function<void()> onRelease;  ///< called for each release, before it; may throw
   int failCreateDictionary = 0;     ///< which call of createMutableDictionary fails, from 1
 
   // Counting. References of entries and iterators alike.
@@ -234,6 +236,7 @@ class FakeRegistry : public Registry {
   }
 
   void release(RegistryHandle object) override {
+    if (onRelease) onRelease();
     std::lock_guard guard(mutex_);
     if (references_[object] <= 0) {
       ++overReleases;

@@ -92,6 +92,11 @@ size_t ManualDispatch::unfinished() const {
   return waiting_.size();
 }
 
+std::vector<QueuePriority> ManualDispatch::priorities() const {
+  const std::lock_guard lock(mutex_);
+  return priorities_;
+}
+
 void ManualDispatch::asyncMain(std::function<void()> work) {
   const std::lock_guard lock(mutex_);
   mainQueue_.push_back(std::move(work));
@@ -110,11 +115,12 @@ void ManualDispatch::syncMain(std::function<void()> work) {
   parkUntil([done] { return done->load(); });
 }
 
-void ManualDispatch::asyncGlobal(QueuePriority, std::function<void()> work) {
+void ManualDispatch::asyncGlobal(QueuePriority priority, std::function<void()> work) {
   auto task = std::make_shared<Task>();
   task->work = std::move(work);
   task->ready = [] { return true; };
   const std::lock_guard lock(mutex_);
+  priorities_.push_back(priority);
   waiting_.push_back(std::move(task));
 }
 

@@ -48,6 +48,9 @@ class ManualDispatch final : public Dispatch {
   /// Pieces of global work that have not ended.
   size_t unfinished() const;
 
+  /// The priority of each piece of global work submitted so far, those of groups included.
+  std::vector<QueuePriority> priorities() const;
+
   void asyncMain(std::function<void()> work) override;
   void syncMain(std::function<void()> work) override;
   void asyncGlobal(QueuePriority priority, std::function<void()> work) override;
@@ -78,6 +81,7 @@ class ManualDispatch final : public Dispatch {
   Task* holder_ = nullptr;  ///< the one thread that moves; null for the main thread
   std::chrono::milliseconds now_{0};
   std::deque<std::function<void()>> mainQueue_;
+  std::vector<QueuePriority> priorities_;
   std::vector<std::shared_ptr<Task>> waiting_;  ///< in the order in which they began to wait
 };
 

@@ -120,6 +120,18 @@ TEST_F(FCPortTest, HostileNamesAreHeldWithinBounds) {
   EXPECT_FALSE(read(odd).portWWN());
 }
 
+TEST_F(FCPortTest, OfALongNodeNameTheFirstEightBytesCount) {
+  const PropertyValue::Dictionary characteristics{
+      {"Node World Wide Name",
+       PropertyValue::Data{0x20, 0, 0, 0x10, 0x9b, 0x12, 0x34, 0x56, 0xff, 0xff}},
+      {"Port World Wide Name", PropertyValue::Data{0x21, 0, 0, 0x10, 0x9b}}};
+  const auto service =
+      registry.add(registry.root, "port", {{"Controller Characteristics", characteristics}});
+  const FCPort port = read(service);
+  EXPECT_EQ(port.nodeWWN(), "20:00:00:10:9B:12:34:56");
+  EXPECT_EQ(port.portWWN(), "21000010 9b") << "as it is";
+}
+
 TEST_F(FCPortTest, NoServiceReadsNothing) {
   const FCPort port(registry, 0);
   EXPECT_EQ(port.portService(), 0U);

@@ -4,6 +4,7 @@
 #include "monitors/MonitorFixture.h"
 
 using namespace corvane;
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Pair;
@@ -120,6 +121,7 @@ TEST_F(FibreChannelMonitorTest, StartReturnsBeforeTheMonitorRuns) {
   monitor.start();
   EXPECT_THAT(fake.log.lines(), IsEmpty());
   EXPECT_EQ(dispatch.unfinished(), 1U);
+  EXPECT_THAT(dispatch.priorities(), ElementsAre(QueuePriority::Default));
 }
 
 TEST_F(FibreChannelMonitorTest, BothPortsInOneBatchPostOnce) {
@@ -153,6 +155,9 @@ TEST_F(FibreChannelMonitorTest, DepartureIsPostedOnceFromAGlobalQueue) {
   adapter.model = 0x12;
   const auto ports = plug(adapter);
   fake.notifications.clear();
+  bool onMain = true;
+  const auto observation = fake.notifications.observe(
+      "Corvane2Disppeared", [&](const Notification&) { onMain = dispatch.isMain(); });
 
   fake.registry.terminate({ports[0]});
   dispatch.runUntilIdle();
@@ -165,6 +170,8 @@ TEST_F(FibreChannelMonitorTest, DepartureIsPostedOnceFromAGlobalQueue) {
   dispatch.runUntilIdle();
   EXPECT_THAT(fake.notifications.posts(),
               ElementsAre(Pair("Corvane2Disppeared", fakeNodeName(adapter))));
+  EXPECT_FALSE(onMain);
+  EXPECT_THAT(dispatch.priorities(), Each(QueuePriority::Default));
   EXPECT_EQ(fake.registry.references(), 2) << "the two iterators";
 }
 
@@ -265,6 +272,27 @@ TEST_F(FibreChannelMonitorTest, StopTearsEverythingDown) {
   EXPECT_THAT(fake.notifications.posts(), IsEmpty()) << "stopping announces no departure";
   monitor.stop();
   EXPECT_EQ(fake.log.count("Monitor stopped"), 1);
+}
+
+TEST_F(FibreChannelMonitorTest, StopGoesFromTheDisksToTheAdapters) {
+  start();
+  plug({});
+  std::vector<std::string> steps;
+  fake.diskArbitration.onStep = [&](const std::string& step) {
+    steps.push_back(step + (fake.runLoops.loop->stops == 0 ? " while it runs" : " once stopped"));
+  };
+  fake.registry.onRelease = [&] {
+    const bool isListed = monitor.getDevice("20:00:00:10:9B:12:34:56") != nullptr;
+    steps.emplace_back(isListed ? "iterator" : "service of an adapter no longer listed");
+    EXPECT_EQ(fake.registry.openPorts(), 1U) << "the notification port goes last";
+    EXPECT_EQ(fake.log.count("Monitor stopped"), 0);
+  };
+  monitor.stop();
+  fake.diskArbitration.onStep = nullptr;
+  fake.registry.onRelease = nullptr;
+  EXPECT_THAT(steps, ElementsAre("unschedule while it runs", "release once stopped", "iterator",
+                                 "iterator", "service of an adapter no longer listed",
+                                 "service of an adapter no longer listed"));
 }
 
 TEST_F(FibreChannelMonitorTest, ADepartureThatIsStillOnItsWayIsDroppedByStop) {

@@ -5,6 +5,7 @@
 #include "fakes/ManualDispatch.h"
 
 using namespace corvane;
+using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 
 namespace {
@@ -135,6 +136,51 @@ TEST_F(RegistrationTest, SuccessReturnsZeroAndRunsTheLoop) {
   EXPECT_EQ(fibreChannel.startMonitorRunLoop(), 0);
   EXPECT_EQ(tenGigabit.startMonitorRunLoop(), 0);
   EXPECT_EQ(fake.runLoops.loop->runs, 2);
+}
+
+TEST_F(RegistrationTest, AnExceptionWhileRegisteringCountsAsAFailure) {
+  fake.bundles.install("/Library/Extensions/Corvane2-FC.kext", "2.0.8");
+  fake.registry.publish(addFibreChannelAdapter(fake.registry, {}));
+  fake.registry.publish(addTenGigabitAdapter(fake.registry, {}));
+  const auto breakDown = [](const Notification&) { throw std::runtime_error("it broke"); };
+  const auto first = fake.notifications.observe("Corvane2Appeared", breakDown);
+  const auto second = fake.notifications.observe("Corvane2Appeared_10GE", breakDown);
+  DeviceMonitorCORVANE2 fibreChannel(fake.platform());
+  DeviceMonitorCORVANE2_10GE tenGigabit(fake.platform());
+  std::vector<int32_t> told;
+  fibreChannel.whenStarted([&told](int32_t status) { told.push_back(status); });
+  tenGigabit.whenStarted([&told](int32_t status) { told.push_back(status); });
+  EXPECT_EQ(fibreChannel.startMonitorRunLoop(), 4096);
+  EXPECT_EQ(tenGigabit.startMonitorRunLoop(), 4096);
+  EXPECT_THAT(told, ElementsAre(4096, 4096)) << "nobody waits for the start in vain";
+  EXPECT_EQ(fake.log.count("it broke"), 2);
+  EXPECT_EQ(fake.runLoops.loop->runs, 0);
+}
+
+TEST_F(RegistrationTest, AnExceptionEndsTheTearingDownAndIsLogged) {
+  DeviceMonitorCORVANE2 fibreChannel(fake.platform());
+  DeviceMonitorCORVANE2_10GE tenGigabit(fake.platform());
+  fibreChannel.startMonitorRunLoop();
+  tenGigabit.startMonitorRunLoop();
+  fake.registry.onRelease = [] { throw std::runtime_error("the release broke"); };
+  fibreChannel.stop();
+  tenGigabit.stop();
+  fake.registry.onRelease = nullptr;
+  EXPECT_EQ(fake.log.count("the release broke"), 2);
+  EXPECT_EQ(fake.log.count("Monitor stopped"), 0);
+}
+
+TEST_F(RegistrationTest, ASessionThatCannotBeUnscheduledDoesNotKeepTheMonitorRunning) {
+  DeviceMonitorCORVANE2 monitor(fake.platform());
+  monitor.startMonitorRunLoop();
+  fake.diskArbitration.onStep = [](const std::string& step) {
+    if (step == "unschedule") throw std::runtime_error("it stays");
+  };
+  monitor.stop();
+  fake.diskArbitration.onStep = nullptr;
+  EXPECT_EQ(fake.runLoops.loop->stops, 1);
+  EXPECT_EQ(fake.log.count("it stays"), 1);
+  EXPECT_EQ(fake.log.count("Monitor stopped"), 1);
 }
 
 TEST_F(RegistrationTest, AnExceptionEndsTheRoutineAndIsLogged) {

@@ -6,6 +6,7 @@
 using namespace corvane;
 using std::chrono::seconds;
 using ::testing::Contains;
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Pair;
@@ -75,6 +76,13 @@ TEST_F(TenGigabitMonitorTest, RegistersForTheDriver) {
   EXPECT_THAT(fake.diskArbitration.order(), IsEmpty()) << "no disks are followed";
 }
 
+TEST_F(TenGigabitMonitorTest, StartReturnsBeforeTheMonitorRuns) {
+  monitor.start();
+  EXPECT_THAT(fake.log.lines(), IsEmpty());
+  EXPECT_EQ(dispatch.unfinished(), 1U);
+  EXPECT_THAT(dispatch.priorities(), ElementsAre(QueuePriority::Default));
+}
+
 TEST_F(TenGigabitMonitorTest, AdaptersPresentAtTheStartAreReported) {
   FakeTenGigabitAdapter other;
   other.bus = 30;
@@ -103,6 +111,9 @@ TEST_F(TenGigabitMonitorTest, DepartureIsPostedOnceFromAGlobalQueue) {
   const auto ports = addTenGigabitAdapter(fake.registry, adapter);
   publish(ports);
   fake.notifications.clear();
+  bool onMain = true;
+  const auto observation = fake.notifications.observe(
+      "Corvane2Disppeared_10GE", [&](const Notification&) { onMain = dispatch.isMain(); });
 
   terminate({ports[0]});
   EXPECT_THAT(fake.notifications.posts(), IsEmpty());
@@ -111,6 +122,8 @@ TEST_F(TenGigabitMonitorTest, DepartureIsPostedOnceFromAGlobalQueue) {
   EXPECT_EQ(monitor.getDevice("12"), nullptr);
   dispatch.runUntilIdle();
   EXPECT_THAT(fake.notifications.posts(), ElementsAre(Pair("Corvane2Disppeared_10GE", "12")));
+  EXPECT_FALSE(onMain);
+  EXPECT_THAT(dispatch.priorities(), Each(QueuePriority::Default));
   EXPECT_EQ(fake.registry.references(), 2) << "the two iterators";
 }
 
@@ -223,6 +236,21 @@ TEST_F(TenGigabitMonitorTest, StopTearsEverythingDown) {
   EXPECT_EQ(monitor.getDevice("12"), nullptr);
   dispatch.runUntilIdle();
   EXPECT_THAT(fake.notifications.posts(), IsEmpty());
+}
+
+TEST_F(TenGigabitMonitorTest, StopGoesFromTheIteratorsToTheAdapters) {
+  start();
+  publish(addTenGigabitAdapter(fake.registry, {}));
+  std::vector<std::string> steps;
+  fake.registry.onRelease = [&] {
+    steps.emplace_back(monitor.getDevice("12") != nullptr ? "iterator" : "service");
+    EXPECT_EQ(fake.runLoops.loop->stops, 1);
+    EXPECT_EQ(fake.registry.openPorts(), 1U) << "the notification port goes last";
+    EXPECT_EQ(fake.log.count("Monitor stopped"), 0);
+  };
+  monitor.stop();
+  fake.registry.onRelease = nullptr;
+  EXPECT_THAT(steps, ElementsAre("iterator", "iterator", "service", "service"));
 }
 
 TEST_F(TenGigabitMonitorTest, EachMonitorStartsWithAnEmptySmallTree) {

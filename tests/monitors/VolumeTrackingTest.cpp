@@ -100,7 +100,12 @@ TEST_F(VolumeTrackingTest, StopReleasesTheSessionBeforeItEmptiesTheSet) {
   addDisk("disk4");
   start();
   fake.diskArbitration.attach("disk4");
+  std::vector<std::string> atRelease;
+  fake.diskArbitration.onStep = [&](const std::string& step) {
+    if (step == "release") atRelease = monitor.getBSDVolumeList();
+  };
   monitor.stop();
+  EXPECT_THAT(atRelease, ElementsAre("disk4"));
   EXPECT_THAT(monitor.getBSDVolumeList(), IsEmpty());
   EXPECT_THAT(fake.diskArbitration.order(), ElementsAre("create", "appeared", "disappeared",
                                                         "schedule", "unschedule", "release"));
