@@ -39,7 +39,11 @@ void AdministratorLock::setUp() {
   platform_.authorization.setString(rightName);
   if (!hasView_) return;
   platform_.authorization.setDelegate(this);
-  if (!platform_.authorization.isAuthorized()) close();
+  if (platform_.authorization.isAuthorized()) {
+    controls_.authView.setOn(true);
+  } else {
+    close();
+  }
 }
 
 void AdministratorLock::giveToolAdministratorRights() {

@@ -81,6 +81,16 @@ TEST_F(AdministratorLockTest, IsClosedAtStart) {
   EXPECT_THAT(fakes.shell.lines(), IsEmpty());
 }
 
+TEST_F(AdministratorLockTest, ShowsARightThatIsHeldAlready) {
+  fakes.authorization.authorize();
+  lock.setUp();
+  EXPECT_TRUE(controls.authView.isOn());
+  EXPECT_EQ(enabledOnes().size(), guarded().size());
+  controls.authView.click();
+  EXPECT_FALSE(controls.authView.isOn());
+  EXPECT_THAT(enabledOnes(), IsEmpty());
+}
+
 TEST_F(AdministratorLockTest, OpensForEverySetting) {
   lock.setUp();
   controls.authView.click();
