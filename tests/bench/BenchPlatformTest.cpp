@@ -261,6 +261,11 @@ TEST_F(BenchPlatformTest, TheLogCollectionOfAScriptIsDoneByTheBenchsTool) {
                        "privileges")
                   .succeeded);
   EXPECT_EQ(textOf(platform.paths.home + "/collected"), "collect --output there/\n");
+  EXPECT_TRUE(platform.scripts
+                  .run("do shell script \"log collect --output 'a \\\"b\\\" \\\\'\" with "
+                       "administrator privileges")
+                  .succeeded);
+  EXPECT_EQ(textOf(platform.paths.home + "/collected"), "collect --output a \"b\" \\\n");
   std::filesystem::remove(tools + "/log");
   EXPECT_FALSE(platform.scripts
                    .run("do shell script \"log collect 2>/dev/null\" with administrator privileges")

@@ -75,6 +75,7 @@ TEST(RegistryTreeTest, TheFirstHopHasTheAncestorsOfARealChain) {
             (std::vector<std::string>{"VelmarCORVANE", "pci10df,e200@0", "IOPP", "pci-bridge@1",
                                       "IOPP", "UPS0@0", "IOPP", "DSB1@3"}));
   EXPECT_EQ(services[1]->parent->parent->title(), "pci10df,e200@0,1");
+  EXPECT_EQ(root->path(), "IOService:/");
   EXPECT_EQ(findEntry(*root, "DSB1")->path(),
             "IOService:/MacPro6,1/AppleACPIPlatformExpert/PCI0@0/AppleACPIPCI/RP05@1C,4/IOPP/"
             "UPSB@0/IOPP/DSB1@3");

@@ -62,6 +62,17 @@ std::string addressOf(const std::string& server, const BenchFile& bench,
   return "file://" + percentEncoded(folder.lexically_normal().string());
 }
 
+/// A text of a script as it is between its quotation marks: a backslash stands before a quotation
+/// mark and before a backslash.
+std::string scriptTextValue(std::string_view quoted) {
+  std::string value;
+  for (size_t place = 0; place < quoted.size(); ++place) {
+    if (quoted[place] == '\\' && place + 1 < quoted.size()) ++place;
+    value += quoted[place];
+  }
+  return value;
+}
+
 /// The command of a script `do shell script "COMMAND" with administrator privileges`; nothing when
 /// it is no such script.
 std::optional<std::string> privilegedCommand(const std::string& script) {
@@ -71,7 +82,8 @@ std::optional<std::string> privilegedCommand(const std::string& script) {
   const bool isPrivileged = script.compare(0, before.size(), before) == 0 &&
                             script.compare(script.size() - after.size(), after.size(), after) == 0;
   if (!isPrivileged) return std::nullopt;
-  return script.substr(before.size(), script.size() - before.size() - after.size());
+  return scriptTextValue(
+      std::string_view(script).substr(before.size(), script.size() - before.size() - after.size()));
 }
 
 class BenchTransferHandle final : public TransferHandle {

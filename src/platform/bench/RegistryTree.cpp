@@ -24,8 +24,9 @@ std::string RegistryTreeEntry::title() const {
 }
 
 std::string RegistryTreeEntry::path() const {
-  if (parent == nullptr) return "IOService:";
-  return parent->path() + "/" + title();
+  if (parent == nullptr) return "IOService:/";
+  const bool isBelowRoot = parent->parent == nullptr;
+  return (isBelowRoot ? "IOService:" : parent->path()) + "/" + title();
 }
 
 std::unique_ptr<RegistryTreeEntry> buildRegistryTree(const BenchState& state) {
