@@ -12,6 +12,8 @@ namespace corvane {
 
 namespace {
 
+constexpr const char* copyright = "Copyright © 2026 Velmar. All rights reserved.";
+
 /// The information dictionary that an installed application has; a plain program carries it here.
 class ProgramBundle final : public Bundles {
  public:
@@ -21,6 +23,7 @@ class ProgramBundle final : public Bundles {
   }
   std::optional<PropertyValue> mainInfoValue(const std::string& key) override {
     if (key == "CFBundleShortVersionString") return PropertyValue(CORVANE_VERSION);
+    if (key == "NSHumanReadableCopyright") return PropertyValue(copyright);
     return std::nullopt;
   }
   std::optional<PropertyValue::Dictionary> resourcePropertyList(const std::string&,

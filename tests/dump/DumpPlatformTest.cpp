@@ -159,6 +159,18 @@ TEST_F(DumpPlatformTest, RefusesEverythingElse) {
   EXPECT_TRUE(fakes.shell.lines().empty());
 }
 
+TEST_F(DumpPlatformTest, PrintsNothingOfADriverThatDidNotAnswer) {
+  DumpPlatform dump = opened("20151104-093000");
+  Log& log = dump.platform().log;
+  log.standardOutput("No SFP connect \n");
+  EXPECT_EQ(fakes.log.outputText(), "");
+  log.system("Monitor stopped");
+  log.standardError("it broke\n");
+  EXPECT_EQ(fakes.log.count("Monitor stopped"), 1);
+  EXPECT_EQ(fakes.log.errorText(), "it broke\n");
+  EXPECT_THROW(log.assertionFailed("a", "b", "c", 1), FakeAssertionFailure);
+}
+
 TEST_F(DumpPlatformTest, ReadsNothingBackFromTheComputerAtHand) {
   DumpPlatform dump = opened("desktop-2013.txt");
   std::ifstream scratch(dump.platform().paths.scratchFile);

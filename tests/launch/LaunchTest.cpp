@@ -164,6 +164,16 @@ TEST_F(LaunchTest, ADumpIsReadOnly) {
   EXPECT_NE(launch.platform().shell.run("true"), 0);
 }
 
+TEST_F(LaunchTest, TheProgramThatShowsADumpTellsOfItself) {
+  LaunchOptions options;
+  options.dump = path("dump.txt");
+  std::ofstream(options.dump) << "+-o Root  <class IORegistryEntry, id 0x100000100, retain 15>\n";
+  EXPECT_NE(versionOn(options), "");
+  const Launch launch(options, queue_, prompts_);
+  EXPECT_EQ(launch.platform().bundles.mainInfoValue("NSHumanReadableCopyright"),
+            PropertyValue("Copyright © 2026 Velmar. All rights reserved."));
+}
+
 TEST_F(LaunchTest, TheJournalRecordsWhatCrossesTheBoundary) {
   LaunchOptions options;
   options.bench = makeBench("bench.json", "1.0.0.0");

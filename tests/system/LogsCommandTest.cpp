@@ -83,6 +83,13 @@ TEST_F(LogsCommandTest, ADumpShowsNullForWhatTheDriverKnew) {
   EXPECT_THAT(text.output, HasSubstr("firmwareVersion: not in the dump"));
 }
 
+TEST_F(LogsCommandTest, ACollectionsListIsTheAnswerAlone) {
+  const auto list = corvane({"--dump", CORVANE_TEST_DATA "/dumps/20151104-093000", "list"});
+  EXPECT_EQ(list.status, 0);
+  EXPECT_EQ(list.output.rfind("image ", 0), 0u) << list.output;
+  EXPECT_EQ(list.errors, "");
+}
+
 TEST_F(LogsCommandTest, WhatCannotBeReadIsCounted) {
   const auto list = corvane({"--dump", CORVANE_TEST_DATA "/dumps/desktop-2013-cut.txt", "list"});
   EXPECT_EQ(list.status, 0);

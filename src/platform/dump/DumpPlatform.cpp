@@ -29,6 +29,7 @@ DumpPlatform::DumpPlatform(SupportMaterial material, const DumpHost& host)
     : material_(std::move(material)),
       host_(host),
       paths_(unreachablePaths()),
+      log_(host.log),
       registry_(material_.dump),
       bundles_(material_.dump, material_.profile, host.application),
       systemVersion_(material_.profile) {}
@@ -47,7 +48,7 @@ Platform DumpPlatform::platform() {
       .systemVersion = systemVersion_,
       .authorization = authorization_,
       .transfer = transfer_,
-      .log = host_.log,
+      .log = log_,
       .prompts = host_.prompts,
       .paths = paths_,
   };

@@ -38,6 +38,7 @@ class DumpPlatform {
   const SupportMaterial material_;
   const DumpHost host_;
   const Paths paths_;
+  DriverlessLog log_;
   DumpRegistry registry_;
   DumpBundles bundles_;
   DumpSystemVersion systemVersion_;
