@@ -34,6 +34,7 @@ class FibreChannelRefreshTest : public FibreChannelPagesFixture {
 TEST_F(FibreChannelRefreshTest, SaysLoadingAtOnceWhateverTheLink) {
   ports[firstService].configuredSpeed = 4000;
   chooseTag(controls.setSpeed, 4000);
+  EXPECT_EQ(dispatch.priorities(), std::vector{QueuePriority::Background});
   dispatch.runUntilIdle();
   expectLink("Loading Setting...", "Loading Setting...");
   EXPECT_EQ(controls.setSpeed.selectedTag(), 4000);

@@ -195,6 +195,7 @@ TEST_F(FirmwareUpdateTest, UnmountsTransfersOnceThroughTheFirstPortAndMounts) {
   choose(writePackage("good.pkg", "IMAGE"));
   confirm();
   EXPECT_TRUE(update->isRunning());
+  EXPECT_THAT(dispatch.priorities(), ElementsAre(QueuePriority::Default));
   dispatch.runUntilIdle();
   EXPECT_THAT(transferred, ElementsAre("IMAGE"));
   EXPECT_EQ(transferService, firstService);

@@ -72,6 +72,7 @@ TEST_F(SettingChangeTest, APresetRunsInTheBackground) {
   show(2);
   controls.settingMode.choose(3);
   EXPECT_THAT(shell.lines, IsEmpty());
+  EXPECT_THAT(dispatch.priorities(), ElementsAre(QueuePriority::Background));
   dispatch.runUntilIdle();
   EXPECT_THAT(shell.lines,
               ElementsAre(tool("en6 setRxIntrThrottle 8000"), read(tool("en6 getRxIntrThrottle")),
