@@ -123,15 +123,18 @@ void AppDelegate::observe(const std::string& name, Handler handler) {
 }
 
 void AppDelegate::startMonitors() {
-  const auto started = [this](int32_t) {
-    onMain([](AppDelegate& self) {
-      if (--self.monitorsStarting_ == 0 && self.discovered_) self.discovered_();
-    });
+  const auto started = [this](int32_t status) {
+    onMain([status](AppDelegate& self) { self.noteMonitorStart(status); });
   };
   device_->whenStarted(started);
   device_10GE_->whenStarted(started);
   device_->start();
   device_10GE_->start();
+}
+
+void AppDelegate::noteMonitorStart(int32_t status) {
+  if (status != 0) hasFailedMonitor_ = true;
+  if (--monitorsStarting_ == 0 && discovered_) discovered_();
 }
 
 void AppDelegate::onMain(std::function<void(AppDelegate&)> work) {

@@ -99,6 +99,10 @@ class AppDelegate {
   /// the adapters that were attached by then have been listed. Set it before the launch.
   void whenDiscovered(std::function<void()> discovered);
 
+  /// Whether a monitor could not start, so that adapters of its family are not followed. Main queue
+  /// only.
+  bool hasFailedMonitor() const { return hasFailedMonitor_; }
+
   /// `followed` is called on the main queue for each adapter that comes or goes, after the list has
   /// changed. Set it before the launch.
   void whenAdaptersChange(std::function<void(const AdapterEvent&)> followed);
@@ -149,6 +153,7 @@ class AppDelegate {
   void registerForNotifications();
   void observe(const std::string& name, Handler handler);
   void startMonitors();
+  void noteMonitorStart(int32_t status);
   void onMain(std::function<void(AppDelegate&)> work);
 
   void arrived(const Notification& notification, std::optional<DeviceListEntry> entry);
@@ -200,6 +205,7 @@ class AppDelegate {
   std::function<void()> discovered_;
   std::function<void(const AdapterEvent&)> followed_;
   int monitorsStarting_ = 2;
+  bool hasFailedMonitor_ = false;
   bool isDump_ = false;
   bool firstRowAwaited_ = false;
   bool port1Usable_ = true;  ///< whether the adapter on show has that port's page

@@ -63,6 +63,14 @@ void Session::discover() {
   if (isDump()) tellOfDump();
   if (!complete)
     printNote(context_, "discovery: a port has not been named yet: the list may not be whole");
+  requireMonitors();
+}
+
+void Session::requireMonitors() const {
+  if (!app_->hasFailedMonitor()) return;
+  throw CommandFailure(ExitStatus::Failed, "discovery",
+                       "the system refused to tell which adapters are attached",
+                       "Try again; the system log tells which of its calls failed.");
 }
 
 void Session::tellLeftUnmounted() {

@@ -44,8 +44,11 @@ class Session {
 
   /// Launches the application and returns once the adapters attached are listed. A port that keeps
   /// the monitors waiting is waited for discoveryLimit; a note then tells that the list may not be
-  /// whole.
+  /// whole. Throws CommandFailure as requireMonitors() does.
   void discover();
+
+  /// Throws CommandFailure when a monitor could not start, so that not all adapters can be told of.
+  void requireMonitors() const;
 
   /// The row of the adapter that LABEL names, whose pages are then on show. Throws CommandFailure
   /// when it fits none or several.

@@ -38,10 +38,14 @@ void watchAdapters(CommandContext& context, const LaunchOptions& options, double
   const InterruptionAnswer answer(interruption, [&session] { session.stop(); });
   session.app().whenAdaptersChange(
       [&context](const AdapterEvent& event) { printEvent(context, event); });
+  session.app().whenDiscovered([&session] {
+    if (session.app().hasFailedMonitor()) session.stop();
+  });
   session.app().applicationDidFinishLaunching();
   std::optional<std::chrono::milliseconds> limit;
   if (seconds > 0) limit = std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000));
   session.runUntil([] { return false; }, limit);
+  session.requireMonitors();
 }
 
 }  // namespace

@@ -106,6 +106,7 @@ TEST_F(AppDelegateLaunchTest, DiscoveryIsToldOnceTheAttachedAdaptersAreListed) {
   launch();
   EXPECT_EQ(told, 1);
   EXPECT_EQ(listed, 2U);
+  EXPECT_FALSE(app->hasFailedMonitor());
 }
 
 TEST_F(AppDelegateLaunchTest, DiscoveryIsToldWhenNothingCanBeRegistered) {
@@ -114,6 +115,16 @@ TEST_F(AppDelegateLaunchTest, DiscoveryIsToldWhenNothingCanBeRegistered) {
   app->whenDiscovered([&told] { ++told; });
   launch();
   EXPECT_EQ(told, 1);
+  EXPECT_TRUE(app->hasFailedMonitor());
+  EXPECT_THAT(fake.prompts.alerts, IsEmpty()) << "the log alone tells of it";
+}
+
+TEST_F(AppDelegateLaunchTest, OneMonitorThatFailsLeavesTheOtherFamily) {
+  fake.diskArbitration.failCreate = true;
+  launch();
+  EXPECT_TRUE(app->hasFailedMonitor());
+  plug(FakeTenGigabitAdapter{});
+  EXPECT_EQ(labels(), std::vector<std::string>{"A - 1"});
 }
 
 TEST_F(AppDelegateLaunchTest, GoingAwayLeavesNothingBehind) {

@@ -69,6 +69,17 @@ TEST_F(ListCommandTest, WithoutAdaptersTheTextAnswerIsEmptyAndANoteSaysSo) {
   EXPECT_EQ(answer.errors, "corvane: list: there is no adapter\n");
 }
 
+TEST_F(ListCommandTest, ARegistryThatRefusesIsAFailureAndNoEmptyList) {
+  const std::string file = bench("demo");
+  ASSERT_EQ(run("corvane-bench", {file, "fault", "notifications-refused", "on"}).status, 0);
+  const auto list = corvane({"--bench", file, "list", "--json"});
+  EXPECT_EQ(list.status, 1);
+  EXPECT_EQ(list.json().at("error").at("why"),
+            "the system refused to tell which adapters are attached");
+  const auto show = corvane({"--bench", file, "show", "A1"});
+  EXPECT_EQ(show.status, 1) << "not the status of an adapter that is not there";
+}
+
 TEST_F(ListCommandTest, AnEmptyNameIsNoBench) {
   for (const char* option : {"--bench", "--dump", "--journal"}) {
     const auto answer = corvane({option, "", "list"});

@@ -102,6 +102,16 @@ TEST_F(WatchCommandTest, EndsAfterItsTime) {
   EXPECT_EQ(answer.json().at("event"), "Corvane3Appeared");
 }
 
+TEST_F(WatchCommandTest, EndsWhereNothingCanBeFollowed) {
+  const std::string file = bench("empty");
+  ASSERT_EQ(run("corvane-bench", {file, "fault", "notifications-refused", "on"}).status, 0);
+  const auto answer = corvane({"--bench", file, "watch", "--seconds", "600"});
+  EXPECT_EQ(answer.status, 1);
+  EXPECT_EQ(answer.errors,
+            "corvane: discovery: the system refused to tell which adapters are attached\n"
+            "Try again; the system log tells which of its calls failed.\n");
+}
+
 TEST_F(WatchCommandTest, AnInterruptEndsItWithStatusZero) {
   watch(bench("products/corvane3-f2"));
   waitForEvents(1);
