@@ -55,31 +55,29 @@ function(corvane_executable target)
   target_link_libraries(${target} PRIVATE ${ARG_LIBS})
 endfunction()
 
-# corvane_test(name SOURCES... LIBS... [LABELS...] [TIMEOUT seconds] [SHARDS count])
+# corvane_test(name SOURCES... LIBS... [LABELS...] [SHARDS count])
 #
 # One GoogleTest program, one line in ctest, or as many as there are shards: a
 # program that mostly waits is run in shards, side by side. Sources see the tests
 # folder, the sources folder and CORVANE_TEST_DATA, the path of tests/data.
 function(corvane_test target)
-  cmake_parse_arguments(ARG "" "TIMEOUT;SHARDS" "SOURCES;LIBS;LABELS" ${ARGN})
+  cmake_parse_arguments(ARG "" "SHARDS" "SOURCES;LIBS;LABELS" ${ARGN})
   corvane_executable(${target} SOURCES ${ARG_SOURCES} LIBS ${ARG_LIBS} corvane_test_main)
   target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
   target_precompile_headers(${target} REUSE_FROM corvane_test_main)
   set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
-  if(NOT ARG_TIMEOUT)
-    set(ARG_TIMEOUT 180)
-  endif()
   if(NOT ARG_SHARDS)
     add_test(NAME ${target} COMMAND ${target})
-    set_tests_properties(${target} PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}")
+    set_tests_properties(${target} PROPERTIES LABELS "${ARG_LABELS}")
     return()
   endif()
   foreach(number RANGE 1 ${ARG_SHARDS})
     math(EXPR index "${number} - 1")
     add_test(NAME ${target}_${number} COMMAND ${target})
     set_tests_properties(
-      ${target}_${number} PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}"
-                                     ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${index}")
+      ${target}_${number}
+      PROPERTIES LABELS "${ARG_LABELS}"
+                 ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${index}")
   endforeach()
 endfunction()
 
@@ -96,7 +94,7 @@ function(corvane_fuzz_target target)
   else()
     corvane_executable(${target} SOURCES ${ARG_SOURCES} LIBS ${ARG_LIBS} corvane_fuzz_replay)
     add_test(NAME ${target} COMMAND ${target} "${CMAKE_SOURCE_DIR}/tests/fuzz/corpus/${target}")
-    set_tests_properties(${target} PROPERTIES TIMEOUT 120 LABELS fuzz)
+    set_tests_properties(${target} PROPERTIES LABELS fuzz)
   endif()
   target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
   set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/fuzz")

@@ -45,7 +45,7 @@ class Dispatch {
 
   /// The same for a worker that leaves the main queue time for what it was given before. A bench
   /// whose clock runs ahead of what this computer can do does not end the pause before that work is
-  /// done, or the time is over by a real clock.
+  /// done, or ten times the time is over by a real clock.
   virtual void sleepBesideMain(std::chrono::milliseconds duration) { sleep(duration); }
 
   /// Whether the caller runs on the main queue's thread.

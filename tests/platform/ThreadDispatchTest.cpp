@@ -125,8 +125,19 @@ TEST_F(ThreadDispatchTest, SleepBesideMainDoesNotWaitForWhatIsGivenLater) {
   over.wait();
 }
 
-TEST_F(ThreadDispatchTest, SleepBesideMainLastsNoLongerThanItsTimeByARealClock) {
+TEST_F(ThreadDispatchTest, SleepBesideMainGivesUpWaitingForTheMainQueue) {
   ThreadDispatch dispatch(mainQueue_, 1'000'000);
+  dispatch.asyncMain([] {});
+  std::latch over(1);
+  dispatch.asyncGlobal(QueuePriority::Default, [&] {
+    dispatch.sleepBesideMain(10ms);
+    over.count_down();
+  });
+  over.wait();
+}
+
+TEST_F(ThreadDispatchTest, SleepBesideMainByARealClockIsASleep) {
+  ThreadDispatch dispatch(mainQueue_);
   dispatch.asyncMain([] {});
   std::latch over(1);
   dispatch.asyncGlobal(QueuePriority::Default, [&] {

@@ -31,7 +31,7 @@ class FirmwareCommandTest : public ChangingCommandFixture {
 
   /// The manifest of a package whose image takes a while to extract; no adapter takes it.
   std::string writeLargeManifest() const {
-    constexpr size_t size = 20'000'000;
+    constexpr size_t size = 5'000'000;
     std::ofstream(path("large.bin"), std::ios::binary) << std::string(size, 'x');
     const nlohmann::ordered_json manifest{{"id", "large"},
                                           {"version", "1.0"},

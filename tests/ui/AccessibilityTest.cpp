@@ -158,7 +158,7 @@ void AccessibilityTest::nothingIsCutOffAtTwiceTheSize() {
   const LargeLetters large;
   shown_->controls().tabView.selectTabViewItemAtIndex(page);
   shown_->window().resize(shown_->window().minimumSizeHint().expandedTo({1400, 900}));
-  QTRY_COMPARE(cutOff(shown_->window()), QStringList());
+  QTRY_COMPARE_WITH_TIMEOUT(cutOff(shown_->window()), QStringList(), patience);
 }
 
 void AccessibilityTest::addSheets() {
@@ -214,7 +214,7 @@ void AccessibilityTest::nothingOfASheetIsCutOffAtTwiceTheSize() {
   QFETCH(QByteArray, name);
   const LargeLetters large;
   QWidget& sheet = openSheet(name);
-  QTRY_COMPARE(cutOff(sheet), QStringList());
+  QTRY_COMPARE_WITH_TIMEOUT(cutOff(sheet), QStringList(), patience);
   closeSheet(name);
 }
 

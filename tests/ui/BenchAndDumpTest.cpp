@@ -136,7 +136,7 @@ void BenchAndDumpTest::theBenchMenuDropsALink() {
     session_->window().findChild<QAbstractButton*>("port2Button")->click();
     return session_->window().findChild<QLabel*>("currentSpeed")->text();
   };
-  QTRY_COMPARE(readPort2(), "No Link");
+  QTRY_COMPARE_WITH_TIMEOUT(readPort2(), "No Link", patience);
   actionNamed(*subMenu(2), "A - 1  Corvane2 8G FC  port 2")->trigger();
   QVERIFY(bench().adapters.front().fibreChannelPorts[1].link);
 }
@@ -149,7 +149,7 @@ void BenchAndDumpTest::theBenchMenuShowsTheFile() {
   QCOMPARE(text->toPlainText().toStdString(), BenchFile(benchPath()).text());
   QPointer<QWidget> window = text->window();
   QTest::keyClick(window, Qt::Key_Escape);
-  QTRY_VERIFY(!window);
+  QTRY_VERIFY_WITH_TIMEOUT(!window, patience);
 }
 
 void BenchAndDumpTest::aBenchThatCannotBeReadIsSaidInTheMenu() {
@@ -183,7 +183,8 @@ void BenchAndDumpTest::onADumpThereIsNoBenchMenuAndNothingToChange() {
     QVERIFY2(!control->isEnabled(), name);
     QCOMPARE(control->toolTip(), "A registry dump cannot be changed.");
   }
-  QTRY_COMPARE(session_->window().findChild<QLabel*>("currentSpeed")->text(), "not in the dump");
+  QTRY_COMPARE_WITH_TIMEOUT(session_->window().findChild<QLabel*>("currentSpeed")->text(),
+                            "not in the dump", patience);
   QVERIFY(session_->window().windowTitle().startsWith("AllLogs (read-only)"));
 }
 
@@ -217,7 +218,7 @@ QPointer<MainWindow> BenchAndDumpTest::dumpWindow() {
 void BenchAndDumpTest::aSupportFolderOpensInAWindowOfItsOwn() {
   writeDump();
   openSupportFolder(dumpFolder());
-  QTRY_VERIFY(dumpWindow());
+  QTRY_VERIFY_WITH_TIMEOUT(dumpWindow(), patience);
   QVERIFY(dumpWindow()->isVisible());
   QTRY_COMPARE_WITH_TIMEOUT(rowsOf(*dumpWindow()), dumpedAdapters, patience);
   QVERIFY(!dumpWindow()->findChild<QWidget*>("authView")->isEnabled());
@@ -228,7 +229,8 @@ void BenchAndDumpTest::aFolderWithoutADumpIsRefused() {
   QVERIFY(QDir().mkpath(dumpFolder()));
   openSupportFolder(dumpFolder());
   QMessageBox* box = nullptr;
-  QTRY_VERIFY((box = session_->window().findChild<QMessageBox*>()) != nullptr);
+  QTRY_VERIFY_WITH_TIMEOUT((box = session_->window().findChild<QMessageBox*>()) != nullptr,
+                           patience);
   QVERIFY2(box->text().contains("AllLogs"), box->text().toUtf8());
   QCOMPARE(box->informativeText(), "Name a registry dump or a folder of collected logs.");
   QVERIFY(!dumpWindow());
@@ -238,10 +240,10 @@ void BenchAndDumpTest::aFolderWithoutADumpIsRefused() {
 void BenchAndDumpTest::aClosedSupportFolderIsForgotten() {
   writeDump();
   openSupportFolder(dumpFolder());
-  QTRY_VERIFY(dumpWindow());
+  QTRY_VERIFY_WITH_TIMEOUT(dumpWindow(), patience);
   const QPointer<MainWindow> dump = dumpWindow();
   QVERIFY(dump->close());
-  QTRY_VERIFY(!dump);
+  QTRY_VERIFY_WITH_TIMEOUT(!dump, patience);
   QVERIFY(session_->window().isVisible());
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "AppDelegate.h"
+#include "UiTest.h"
 #include "fakes/FakeLog.h"
 #include "platform/bench/BenchEdits.h"
 #include "platform/bench/BenchPlatform.h"
@@ -56,7 +57,7 @@ class BenchWindow {
           return discovered_ && table.generation() > attached &&
                  (attached == 0 || table.selectedRow() >= 0);
         },
-        20000);
+        patience);
     QCoreApplication::processEvents();
     return isListed;
   }

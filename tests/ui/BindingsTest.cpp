@@ -223,7 +223,7 @@ void BindingsTest::arrowKeysOpenTheMenuRatherThanChoose() {
   menu.setAction([&choices](PopUpButton&) { ++choices; });
   bind(menu, box);
   box.show();
-  QVERIFY(QTest::qWaitForWindowExposed(&box));
+  QVERIFY(QTest::qWaitForWindowExposed(&box, patience));
   QTest::keyClick(&box, Qt::Key_Down);
   QVERIFY(box.view()->isVisible());
   QCOMPARE(choices, 0);

@@ -86,7 +86,7 @@ void DialogsTest::aChosenAddressIsShownAndSent() {
   QVERIFY(!shown_->isOpen("MatrixTable"));
   QTRY_COMPARE_WITH_TIMEOUT(shown_->state().adapters.front().fibreChannelPorts[0].hardAlpa, 0xE8,
                             20000);
-  QTRY_VERIFY_WITH_TIMEOUT(shown_->widget<QLabel>("hardALPA").text().contains("E8"), 20000);
+  QTRY_VERIFY_WITH_TIMEOUT(shown_->widget<QLabel>("hardALPA").text().contains("E8"), patience);
 }
 
 void DialogsTest::theMatrixWithoutAChoiceSendsNothing() {

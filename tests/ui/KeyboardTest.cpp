@@ -44,7 +44,7 @@ void KeyboardTest::show(const std::string& product) {
       [&product](BenchState& state) { plugAdapter(state, product, 1, 1, std::nullopt); });
   QVERIFY(shown_->isDiscovered());
   shown_->window().activateWindow();
-  QVERIFY(QTest::qWaitForWindowActive(&shown_->window()));
+  QVERIFY(QTest::qWaitForWindowActive(&shown_->window(), patience));
   goTo("authView");
   press(Qt::Key_Space);
   QVERIFY(shown_->widget<QToolButton>("authView").isChecked());
@@ -72,25 +72,25 @@ void KeyboardTest::chooseItem(const char* name, const QString& title) {
   goTo(name);
   auto& box = shown_->widget<QComboBox>(name);
   press(Qt::Key_Space);
-  QTRY_VERIFY(box.view()->isVisible());
+  QTRY_VERIFY_WITH_TIMEOUT(box.view()->isVisible(), patience);
   const int wanted = box.findText(title);
   while (box.view()->currentIndex().row() < wanted) QTest::keyClick(box.view(), Qt::Key_Down);
   while (box.view()->currentIndex().row() > wanted) QTest::keyClick(box.view(), Qt::Key_Up);
   QTest::keyClick(box.view(), Qt::Key_Return);
-  QTRY_VERIFY(!QApplication::activePopupWidget());
+  QTRY_VERIFY_WITH_TIMEOUT(!QApplication::activePopupWidget(), patience);
 }
 
 void KeyboardTest::aSpeedIsSet() {
   show("Corvane2 16G FC");
   chooseItem("setSpeed", "8 Gbps");
-  QTRY_COMPARE_WITH_TIMEOUT(shown_->widget<QLabel>("currentSpeed").text(), "8 Gbps", 20000);
+  QTRY_COMPARE_WITH_TIMEOUT(shown_->widget<QLabel>("currentSpeed").text(), "8 Gbps", patience);
   QCOMPARE(shown_->state().adapters.front().fibreChannelPorts[0].speed, 8000);
 }
 
 void KeyboardTest::aPerformanceModeIsSet() {
   show("Corvane2 10G SFP+");
   chooseItem("settingMode", "Server");
-  QTRY_VERIFY_WITH_TIMEOUT(!shown_->controls().modeProgress.isRunning(), 20000);
+  QTRY_VERIFY_WITH_TIMEOUT(!shown_->controls().modeProgress.isRunning(), patience);
   QCOMPARE(shown_->widget<QComboBox>("settingMode").currentText(), "Server");
   shown_->widget<QToolButton>("refreshButton").click();
   QCOMPARE(shown_->widget<QComboBox>("settingMode").currentText(), "Server");
@@ -132,10 +132,10 @@ void KeyboardTest::aQueueDepthIsEntered() {
   press(Qt::Key_Space);
   QVERIFY(shown_->isOpen("FCQDepthViewController"));
   auto& entry = shown_->widget<QLineEdit>("setQDepthSetting");
-  QTRY_VERIFY(entry.hasFocus());
+  QTRY_VERIFY_WITH_TIMEOUT(entry.hasFocus(), patience);
   QTest::keyClicks(&entry, "64");
   press(Qt::Key_Return);
-  QTRY_VERIFY(!shown_->isOpen("FCQDepthViewController"));
+  QTRY_VERIFY_WITH_TIMEOUT(!shown_->isOpen("FCQDepthViewController"), patience);
   QCOMPARE(shown_->state().adapters.front().fibreChannelPorts[0].queueDepth, 64);
 }
 

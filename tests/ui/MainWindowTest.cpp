@@ -98,9 +98,11 @@ void MainWindowTest::adaptersAreListedInLabelOrder() {
     plugAdapter(state, "Corvane2 10G Base-T", 1, 1, std::nullopt);
   });
   QVERIFY(shown.isDiscovered());
-  QTRY_COMPARE(rows(shown),
-               QStringList({"Corvane2 10G Base-T\nsequence: A - 1",
-                            "Corvane2 16G FC\nsequence: A - 2", "Corvane3 F2\nsequence: B - 1"}));
+  QTRY_COMPARE_WITH_TIMEOUT(
+      rows(shown),
+      QStringList({"Corvane2 10G Base-T\nsequence: A - 1", "Corvane2 16G FC\nsequence: A - 2",
+                   "Corvane3 F2\nsequence: B - 1"}),
+      patience);
   QCOMPARE(shown.widget<QListView>("deviceTable").currentIndex().row(), 0);
 }
 
@@ -108,7 +110,7 @@ void MainWindowTest::rowsAreAtLeastFortyPointsHigh() {
   BenchWindow shown(withAdapter("Corvane2 8G FC"));
   QVERIFY(shown.isDiscovered());
   auto& table = shown.widget<QListView>("deviceTable");
-  QTRY_COMPARE(table.model()->rowCount(), 1);
+  QTRY_COMPARE_WITH_TIMEOUT(table.model()->rowCount(), 1, patience);
   QCOMPARE(table.sizeHintForRow(0), 40);
 }
 
@@ -116,16 +118,16 @@ void MainWindowTest::anAdapterPluggedInLaterAppears() {
   BenchWindow shown([](BenchState&) {});
   QVERIFY(shown.isDiscovered());
   shown.edit(withAdapter("Corvane2 16G FC"));
-  QTRY_COMPARE_WITH_TIMEOUT(rows(shown).size(), 1, 20000);
-  QTRY_COMPARE(page(shown), "fibreChannelPortPage");
+  QTRY_COMPARE_WITH_TIMEOUT(rows(shown).size(), 1, patience);
+  QTRY_COMPARE_WITH_TIMEOUT(page(shown), "fibreChannelPortPage", patience);
 }
 
 void MainWindowTest::theLastAdapterUnpluggedLeavesNoStalePage() {
   BenchWindow shown(withAdapter("Corvane2 16G FC"));
   QVERIFY(shown.isDiscovered());
-  QTRY_VERIFY(!shown.widget<QLabel>("WWNN").text().isEmpty());
+  QTRY_VERIFY_WITH_TIMEOUT(!shown.widget<QLabel>("WWNN").text().isEmpty(), patience);
   shown.edit([](BenchState& state) { unplugAdapter(state.adapters.front()); });
-  QTRY_COMPARE_WITH_TIMEOUT(page(shown), "noAdapterPage", 20000);
+  QTRY_COMPARE_WITH_TIMEOUT(page(shown), "noAdapterPage", patience);
   QCOMPARE(rows(shown).size(), 0);
   QCOMPARE(shown.widget<QLabel>("WWNN").text(), "");
 }
@@ -136,7 +138,7 @@ void MainWindowTest::aClickOnARowShowsItsPage() {
     plugAdapter(state, "Corvane2 10G Base-T", 1, 2, std::nullopt);
   });
   QVERIFY(shown.isDiscovered());
-  QTRY_COMPARE(rows(shown).size(), 2);
+  QTRY_COMPARE_WITH_TIMEOUT(rows(shown).size(), 2, patience);
   auto& table = shown.widget<QListView>("deviceTable");
   const QPoint second = table.visualRect(table.model()->index(1, 0)).center();
   QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, second);
@@ -150,7 +152,7 @@ void MainWindowTest::arrowKeysWalkTheTable() {
     plugAdapter(state, "Corvane2 16G FC", 1, 2, std::nullopt);
   });
   QVERIFY(shown.isDiscovered());
-  QTRY_COMPARE(rows(shown).size(), 2);
+  QTRY_COMPARE_WITH_TIMEOUT(rows(shown).size(), 2, patience);
   auto& table = shown.widget<QListView>("deviceTable");
   QTest::keyClick(&table, Qt::Key_Down);
   QCOMPARE(page(shown), "fibreChannelPortPage");
@@ -174,7 +176,7 @@ void MainWindowTest::theSpeedMenuSuitsTheModel() {
   QFETCH(QStringList, speeds);
   BenchWindow shown(withAdapter(product));
   QVERIFY(shown.isDiscovered());
-  QTRY_COMPARE(choices(shown.widget<QComboBox>("setSpeed")), speeds);
+  QTRY_COMPARE_WITH_TIMEOUT(choices(shown.widget<QComboBox>("setSpeed")), speeds, patience);
 }
 
 void MainWindowTest::theTopologyMenuSuitsTheModel_data() {
@@ -192,7 +194,7 @@ void MainWindowTest::theTopologyMenuSuitsTheModel() {
   QFETCH(QStringList, topologies);
   BenchWindow shown(withAdapter(product));
   QVERIFY(shown.isDiscovered());
-  QTRY_COMPARE(choices(shown.widget<QComboBox>("setTopology")), topologies);
+  QTRY_COMPARE_WITH_TIMEOUT(choices(shown.widget<QComboBox>("setTopology")), topologies, patience);
 }
 
 void MainWindowTest::theQueueDepthMenuSuitsTheDriver_data() {
@@ -212,10 +214,10 @@ void MainWindowTest::theQueueDepthMenuSuitsTheDriver() {
     plugAdapter(state, "Corvane2 8G FC", 1, 1, std::nullopt);
   });
   QVERIFY(shown.isDiscovered());
-  QTRY_COMPARE(rows(shown).size(), 1);
+  QTRY_COMPARE_WITH_TIMEOUT(rows(shown).size(), 1, patience);
   shown.widget<QToolButton>("deviceButton").click();
   const auto& depths = shown.widget<QComboBox>("setQueueDepth");
-  QTRY_COMPARE(depths.count(), items);
+  QTRY_COMPARE_WITH_TIMEOUT(depths.count(), items, patience);
   QCOMPARE(depths.currentText(), "512");
   QCOMPARE(depths.itemText(0), "16");
 }
@@ -232,8 +234,8 @@ void MainWindowTest::everyEthernetProductHasItsPages() {
   QFETCH(QString, product);
   BenchWindow shown(withAdapter(product));
   QVERIFY(shown.isDiscovered());
-  QTRY_COMPARE(page(shown), "tenGigabitPortPage");
-  QTRY_VERIFY(!shown.widget<QLabel>("enName").text().isEmpty());
+  QTRY_COMPARE_WITH_TIMEOUT(page(shown), "tenGigabitPortPage", patience);
+  QTRY_VERIFY_WITH_TIMEOUT(!shown.widget<QLabel>("enName").text().isEmpty(), patience);
   QCOMPARE(choices(shown.widget<QComboBox>("settingMode")),
            QStringList({"Low Latency", "Balanced", "High Throughput", "Server"}));
   QCOMPARE(shown.widget<QLabel>("MTUvalue").text(), "1500");
@@ -249,8 +251,8 @@ void MainWindowTest::aPortOutOfUseCannotBeChosen() {
     state.adapters.front().ethernetPorts[0].enabled = false;
   });
   QVERIFY(shown.isDiscovered());
-  QTRY_COMPARE(rows(shown).size(), 1);
-  QTRY_VERIFY(shown.widget<QToolButton>("port2Button").isChecked());
+  QTRY_COMPARE_WITH_TIMEOUT(rows(shown).size(), 1, patience);
+  QTRY_VERIFY_WITH_TIMEOUT(shown.widget<QToolButton>("port2Button").isChecked(), patience);
   QVERIFY(!shown.widget<QToolButton>("port1Button").isEnabled());
 }
 
@@ -258,11 +260,11 @@ void MainWindowTest::aSpeedChosenIsSetAndShown() {
   BenchWindow shown(withAdapter("Corvane2 16G FC"));
   QVERIFY(shown.isDiscovered());
   auto& speeds = shown.widget<QComboBox>("setSpeed");
-  QTRY_VERIFY(speeds.count() > 0);
+  QTRY_VERIFY_WITH_TIMEOUT(speeds.count() > 0, patience);
   shown.delegate().controls().setSpeed.setEnabled(true);
   auto& label = shown.widget<QLabel>("currentSpeed");
   choose(speeds, "4 Gbps");
-  QTRY_COMPARE_WITH_TIMEOUT(label.text(), "4 Gbps", 20000);
+  QTRY_COMPARE_WITH_TIMEOUT(label.text(), "4 Gbps", patience);
   QCOMPARE(speeds.currentText(), "4 Gbps");
   QCOMPARE(shown.state().adapters.front().fibreChannelPorts[0].speed, 4000);
 }
@@ -270,7 +272,7 @@ void MainWindowTest::aSpeedChosenIsSetAndShown() {
 void MainWindowTest::thePageButtonsChooseThePages() {
   BenchWindow shown(withAdapter("Corvane2 16G FC"));
   QVERIFY(shown.isDiscovered());
-  QTRY_COMPARE(page(shown), "fibreChannelPortPage");
+  QTRY_COMPARE_WITH_TIMEOUT(page(shown), "fibreChannelPortPage", patience);
   const QString first = shown.widget<QLabel>("WWNN").text();
   QTest::mouseClick(&shown.widget<QToolButton>("port2Button"), Qt::LeftButton);
   QVERIFY(shown.widget<QLabel>("WWNN").text() != first);
@@ -285,7 +287,7 @@ void MainWindowTest::thePageButtonsChooseThePages() {
 void MainWindowTest::theMenusDoAsTheButtons() {
   BenchWindow shown(withAdapter("Corvane2 16G FC"));
   QVERIFY(shown.isDiscovered());
-  QTRY_COMPARE(page(shown), "fibreChannelPortPage");
+  QTRY_COMPARE_WITH_TIMEOUT(page(shown), "fibreChannelPortPage", patience);
   auto* const device = shown.window().findChild<QAction*>("actionDevice");
   QVERIFY(device->isEnabled());
   device->trigger();
@@ -298,7 +300,7 @@ void MainWindowTest::theMenusDoAsTheButtons() {
 void MainWindowTest::theDetailsCanBeCopied() {
   BenchWindow shown(withAdapter("Corvane2 16G FC"));
   QVERIFY(shown.isDiscovered());
-  QTRY_VERIFY(!shown.widget<QLabel>("WWNN").text().isEmpty());
+  QTRY_VERIFY_WITH_TIMEOUT(!shown.widget<QLabel>("WWNN").text().isEmpty(), patience);
   shown.window().findChild<QAction*>("actionCopyDetails")->trigger();
   const QString copied = QApplication::clipboard()->text();
   QVERIFY(copied.contains("Port name: " + shown.widget<QLabel>("WWNN").text()));
@@ -315,7 +317,7 @@ void MainWindowTest::theAboutBoxTellsTheVersion() {
   shown.window().findChild<QAction*>("actionAbout")->trigger();
   QVERIFY(shown.isOpen("AboutDialog"));
   QTest::keyClick(&shown.widget<QWidget>("AboutDialog"), Qt::Key_Escape);
-  QTRY_VERIFY(!shown.isOpen("AboutDialog"));
+  QTRY_VERIFY_WITH_TIMEOUT(!shown.isOpen("AboutDialog"), patience);
   QVERIFY(!shown.delegate().aboutDialog().window.isLoaded());
 }
 

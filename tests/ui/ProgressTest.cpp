@@ -79,27 +79,30 @@ void ProgressTest::aSettingOnItsWayMovesAndLeavesTheWindowUsable() {
   auto& bar = shown_->widget<QProgressBar>("portProgress");
   QVERIFY(!bar.isVisible());
   chooseSpeed("8 Gbps");
-  QTRY_COMPARE(shown_->widget<QLabel>("currentSpeed").text(), "Loading Setting...");
+  QTRY_COMPARE_WITH_TIMEOUT(shown_->widget<QLabel>("currentSpeed").text(), "Loading Setting...",
+                            patience);
   QCOMPARE(shown_->widget<QLabel>("currentTopology").text(), "Loading Setting...");
   QVERIFY(bar.isVisible());
   const QImage before = pictureOf(bar);
-  QTRY_VERIFY(pictureOf(bar) != before);
+  QTRY_VERIFY_WITH_TIMEOUT(pictureOf(bar) != before, patience);
   shown_->widget<QAbstractButton>("deviceButton").click();
   QCOMPARE(shown_->controls().tabView.selectedIndex(), 2);
   shown_->widget<QAbstractButton>("port1Button").click();
-  QTRY_COMPARE_WITH_TIMEOUT(shown_->widget<QLabel>("currentSpeed").text(), "8 Gbps", 20000);
-  QTRY_VERIFY_WITH_TIMEOUT(!bar.isVisible(), 20000);
+  QTRY_COMPARE_WITH_TIMEOUT(shown_->widget<QLabel>("currentSpeed").text(), "8 Gbps", patience);
+  QTRY_VERIFY_WITH_TIMEOUT(!bar.isVisible(), patience);
 }
 
 void ProgressTest::aPortUnpluggedMeanwhileEndsQuietly() {
   chooseSpeed("4 Gbps");
-  QTRY_COMPARE(shown_->widget<QLabel>("currentSpeed").text(), "Loading Setting...");
+  QTRY_COMPARE_WITH_TIMEOUT(shown_->widget<QLabel>("currentSpeed").text(), "Loading Setting...",
+                            patience);
   shown_->edit([](BenchState& state) { unplugAdapter(state.adapters.front()); });
-  QTRY_COMPARE_WITH_TIMEOUT(shown_->controls().deviceTable.selectedRow(), 0, 20000);
-  QTRY_COMPARE_WITH_TIMEOUT(shown_->delegate().state().CorvaneList.count(), size_t{1}, 20000);
-  QTRY_VERIFY_WITH_TIMEOUT(!shown_->controls().portProgress.isRunning(), 20000);
+  QTRY_COMPARE_WITH_TIMEOUT(shown_->controls().deviceTable.selectedRow(), 0, patience);
+  QTRY_COMPARE_WITH_TIMEOUT(shown_->delegate().state().CorvaneList.count(), size_t{1}, patience);
+  QTRY_VERIFY_WITH_TIMEOUT(!shown_->controls().portProgress.isRunning(), patience);
   QVERIFY(!QApplication::activeModalWidget());
-  QVERIFY(shown_->widget<QLabel>("currentSpeed").text() != "Loading Setting...");
+  QTRY_VERIFY_WITH_TIMEOUT(shown_->widget<QLabel>("currentSpeed").text() != "Loading Setting...",
+                           patience);
 }
 
 void ProgressTest::chooseFile(const QString& path) {
@@ -108,26 +111,27 @@ void ProgressTest::chooseFile(const QString& path) {
   QCOMPARE(panel->labelText(QFileDialog::Accept), "Select");
   panel->findChild<QLineEdit*>("fileNameEdit")->setText(path);
   QMetaObject::invokeMethod(panel, "accept");
-  QTRY_VERIFY(!panel);
+  QTRY_VERIFY_WITH_TIMEOUT(!panel, patience);
 }
 
 void ProgressTest::anUpdateAsksBeforeItStarts() {
   chooseFile(goodPackage);
-  QTRY_VERIFY(sheet() && sheet()->isVisible());
+  QTRY_VERIFY_WITH_TIMEOUT(sheet() && sheet()->isVisible(), patience);
   QCOMPARE(sheet()->findChild<QLabel*>("message")->text(), "Note");
   QCOMPARE(sheetText(),
            "The new FW version: 11.4.204 \n\nUpdate FW will terminat all I/O access, if you want "
            "continue please click\"Ok\" or click\"Cancel\" exit");
   sheet()->findChild<QPushButton*>("alertButton1")->click();
-  QTRY_VERIFY(!shown_->isOpen("alertSheet"));
+  QTRY_VERIFY_WITH_TIMEOUT(!shown_->isOpen("alertSheet"), patience);
   QVERIFY(!shown_->delegate().firmwareUpdate().isRunning());
 }
 
 void ProgressTest::startUpdate() {
   chooseFile(goodPackage);
-  QTRY_VERIFY(sheet() && sheet()->isVisible());
+  QTRY_VERIFY_WITH_TIMEOUT(sheet() && sheet()->isVisible(), patience);
   sheet()->findChild<QPushButton*>("alertButton0")->click();
-  QTRY_VERIFY(sheet() && sheetText() == "Update FW is running, Please wait...");
+  QTRY_VERIFY_WITH_TIMEOUT(sheet() && sheetText() == "Update FW is running, Please wait...",
+                           patience);
 }
 
 void ProgressTest::closingDuringAnUpdateAsks() {
@@ -142,9 +146,9 @@ void ProgressTest::closingDuringAnUpdateAsks() {
   QVERIFY(!shown_->window().close());
   QCOMPARE(question, "The update is still running.");
   QVERIFY(shown_->window().isVisible());
-  QTRY_COMPARE_WITH_TIMEOUT(sheetText(), "Please restart device to launch new FW !", 30000);
+  QTRY_COMPARE_WITH_TIMEOUT(sheetText(), "Please restart device to launch new FW !", patience);
   sheet()->findChild<QPushButton*>("alertButton0")->click();
-  QTRY_VERIFY(!shown_->isOpen("alertSheet"));
+  QTRY_VERIFY_WITH_TIMEOUT(!shown_->isOpen("alertSheet"), patience);
   QVERIFY(shown_->window().close());
 }
 
@@ -154,9 +158,9 @@ void ProgressTest::aSecondUpdateCannotBeStarted() {
   QVERIFY(!shown_->window().findChild<QAction*>("actionUpdateFirmware")->isEnabled());
   shown_->delegate().firmwareUpdate().updateFW();
   QVERIFY(!shown_->isOpen("openPanel"));
-  QTRY_COMPARE_WITH_TIMEOUT(sheetText(), "Please restart device to launch new FW !", 30000);
+  QTRY_COMPARE_WITH_TIMEOUT(sheetText(), "Please restart device to launch new FW !", patience);
   sheet()->findChild<QPushButton*>("alertButton0")->click();
-  QTRY_VERIFY(shown_->widget<QAbstractButton>("updateFW").isEnabled());
+  QTRY_VERIFY_WITH_TIMEOUT(shown_->widget<QAbstractButton>("updateFW").isEnabled(), patience);
 }
 
 void ProgressTest::aFileThatIsNoPackageIsRefused() {
@@ -173,7 +177,7 @@ void ProgressTest::aFileThatIsNoPackageIsRefused() {
   });
   poll->start(5);
   chooseFile(QStringLiteral(CORVANE_BENCH_SAMPLES "/packages/truncated.pkg"));
-  QTRY_COMPARE(text, "Your file can not be verified, please try again.");
+  QTRY_COMPARE_WITH_TIMEOUT(text, "Your file can not be verified, please try again.", patience);
   QCOMPARE(title, "Warning");
   delete poll;
 }

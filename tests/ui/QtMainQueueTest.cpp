@@ -48,7 +48,7 @@ void QtMainQueueTest::workThatWaitsIsNotRunWhileTheWindowIsServed() {
     note("a");
   });
   queue.post([this] { note("b"); });
-  QTRY_COMPARE(order_, std::string("abcd"));
+  QTRY_COMPARE_WITH_TIMEOUT(order_, std::string("abcd"), patience);
 }
 
 void QtMainQueueTest::theWindowIsServedMeanwhile() {
@@ -69,7 +69,7 @@ void QtMainQueueTest::servingTheWindowWhileItIsServedDoesNothing() {
   });
   queue.serveWindow();
   QCOMPARE(order_, std::string("a"));
-  QTRY_COMPARE(order_, std::string("ab"));
+  QTRY_COMPARE_WITH_TIMEOUT(order_, std::string("ab"), patience);
 }
 
 #include "QtMainQueueTest.moc"

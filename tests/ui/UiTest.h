@@ -7,8 +7,9 @@
 
 namespace corvane {
 
-/// How long a test waits for what a bench does in the background, in milliseconds.
-inline constexpr int patience = 20'000;
+/// How long a test waits for what a bench does in the background, in milliseconds: enough for a
+/// sanitized build on a busy computer.
+inline constexpr int patience = 60'000;
 
 /// The window tests of the program, each made and run once.
 inline std::vector<std::function<std::unique_ptr<QObject>()>>& uiTests() {

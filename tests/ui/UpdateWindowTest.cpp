@@ -157,7 +157,7 @@ void UpdateWindowTest::escapeCancelsTheDownloadOfFirmware() {
     QTest::keyClick(&shown_->widget<QDialog>("OnlineUpdate"), Qt::Key_Escape);
     isOpenMeanwhile = shown_->isOpen("OnlineUpdate");
   });
-  QVERIFY(QTest::qWaitFor([this] { return !update().isInstalling(); }, 60'000));
+  QVERIFY(QTest::qWaitFor([this] { return !update().isInstalling(); }, patience));
   QVERIFY(time.elapsed() < promptly);
   QVERIFY(isOpenMeanwhile);
   QVERIFY(!shown_->isOpen("OnlineUpdate"));

@@ -75,7 +75,7 @@ void WindowSessionTest::anAdapterThatADumpCannotListIsNamed() {
   QtMainQueue queue;
   WindowSession session(dumpOptions("desktop-2013-cut.txt"), queue);
   session.start();
-  QTRY_VERIFY(session.window().findChild<QMessageBox*>("unlistedAdapters"));
+  QTRY_VERIFY_WITH_TIMEOUT(session.window().findChild<QMessageBox*>("unlistedAdapters"), patience);
   const auto* const box = session.window().findChild<QMessageBox*>("unlistedAdapters");
   QVERIFY(box->text().startsWith("Corvane2 16G FC at A - 1: attached, but not listed"));
   QVERIFY(box->informativeText().contains("13 lines are cut"));
@@ -85,7 +85,7 @@ void WindowSessionTest::aWholeDumpIsShownWithoutRemark() {
   QtMainQueue queue;
   WindowSession session(dumpOptions("desktop-2013.txt"), queue);
   session.start();
-  QTRY_COMPARE(session.delegate().controls().deviceTable.selectedRow(), 0);
+  QTRY_COMPARE_WITH_TIMEOUT(session.delegate().controls().deviceTable.selectedRow(), 0, patience);
   QVERIFY(!session.window().findChild<QMessageBox*>("unlistedAdapters"));
 }
 
@@ -99,7 +99,8 @@ void WindowSessionTest::aFileIsOpenedAsADump() {
   QVERIFY(panel);
   QCOMPARE(panel->fileMode(), QFileDialog::ExistingFile);
   emit panel->fileSelected(CORVANE_TEST_DATA "/dumps/desktop-2013.plist");
-  QTRY_VERIFY(windowTitled("desktop-2013.plist (read-only) - CORVANE Utility"));
+  QTRY_VERIFY_WITH_TIMEOUT(windowTitled("desktop-2013.plist (read-only) - CORVANE Utility"),
+                           patience);
   panel->close();
 }
 

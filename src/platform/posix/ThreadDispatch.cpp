@@ -197,10 +197,16 @@ void ThreadDispatch::sleepBesideMain(std::chrono::milliseconds duration) {
   }
   sleep(duration);
   if (isMain()) return;
-  waitUntil(begin + duration, [this, givenLater] {
+  waitUntil(begin + patience() * duration, [this, givenLater] {
     const auto& unfinished = state_->unfinishedMainWork;
     return unfinished.empty() || *unfinished.begin() >= givenLater;
   });
+}
+
+/// How many times its length a pause beside the main queue may last: a raised clock rate is one
+/// that this computer may be too slow for, and no reason for what takes part in a race to lose it.
+int ThreadDispatch::patience() const {
+  return clockRate_ > 1 ? 10 : 1;
 }
 
 /// Waits until `ready`, which is asked under the mutex, or until the limit.

@@ -50,6 +50,7 @@ class ThreadDispatch final : public Dispatch {
 
   void serve();
   void runWork(const std::function<void()>& work);
+  int patience() const;
   void waitUntil(std::chrono::steady_clock::time_point limit, const std::function<bool()>& ready);
   void unwindIfEnded();
 
