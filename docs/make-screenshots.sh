@@ -14,16 +14,21 @@ mkdir -p "$shots" "$work/run"
 chmod 700 "$work/run"
 export QT_QPA_PLATFORM=offscreen XDG_CONFIG_HOME="$work" XDG_RUNTIME_DIR="$work/run"
 
+# take SOURCE SUFFIX OPTION...: what the window says is only of interest when it fails.
+take() {
+  source=$1
+  suffix=$2
+  shift 2
+  "$build/bin/window_screenshots" "$source" "$shots" --suffix "$suffix" "$@" >/dev/null 2>"$work/log" ||
+    { cat "$work/log" >&2; echo "no pictures of $source$suffix" >&2; exit 1; }
+}
+
 # photograph SUFFIX OPTION...: a bench of its own for each, since the pictures change it.
 photograph() {
-  suffix=$1
-  shift
-  bench="$work/demo$suffix.json"
+  bench="$work/demo$1.json"
   "$build/bin/corvane-bench" new "$bench" --from demo >/dev/null
   "$build/bin/corvane-bench" "$bench" set /clockRate 10 >/dev/null
-  "$build/bin/window_screenshots" "$bench" "$shots" --suffix "$suffix" \
-    --package bench/packages/corvane2-11.4.204.pkg "$@" >/dev/null 2>"$work/log" ||
-    { cat "$work/log" >&2; exit 1; }
+  take "$bench" "$@" --package bench/packages/corvane2-11.4.204.pkg
 }
 
 photograph ""
@@ -33,9 +38,9 @@ if [ $# -gt 1 ]; then
   photograph -large --percent 200
   photograph -german-large --percent 200 --language de --dark
   "$build/bin/corvane-bench" new "$work/empty.json" --from empty >/dev/null
-  "$build/bin/window_screenshots" "$work/empty.json" "$shots" --suffix -empty 2>"$work/log"
-  "$build/bin/window_screenshots" tests/data/dumps/20151104-093000 "$shots" --dump --suffix -dump \
-    2>"$work/log"
+  take "$work/empty.json" -empty
+  take tests/data/dumps/20151104-093000 -dump --dump
+  take tests/data/dumps/desktop-2013-cut.txt -german-dump --dump --language de
 fi
 
 mkdir -p docs/screenshots

@@ -1,5 +1,7 @@
 #include "ui/AddressMatrixSheet.h"
 
+#include <QKeyEvent>
+
 #include "MatrixController.h"
 #include "ui/Bindings.h"
 #include "ui_MatrixTable.h"
@@ -21,5 +23,16 @@ AddressMatrixSheet::AddressMatrixSheet(MatrixController& controller, QWidget* pa
 }
 
 AddressMatrixSheet::~AddressMatrixSheet() = default;
+
+// Return on a cell that the arrow keys led to chooses it, so that confirming never drops it.
+void AddressMatrixSheet::keyPressEvent(QKeyEvent* event) {
+  auto* const cell = qobject_cast<QToolButton*>(focusWidget());
+  const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (isReturn && cell && !cell->isChecked()) {
+    cell->click();
+  } else {
+    QDialog::keyPressEvent(event);
+  }
+}
 
 }  // namespace corvane

@@ -19,6 +19,9 @@ class AddressMatrixSheet : public QDialog {
   AddressMatrixSheet(MatrixController& controller, QWidget* parent);
   ~AddressMatrixSheet() override;
 
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
   std::unique_ptr<Ui::MatrixTable> ui_;
 };

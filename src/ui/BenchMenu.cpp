@@ -35,6 +35,15 @@ int64_t endOfChain(const BenchState& state, int64_t bridge) {
   return last + 1;
 }
 
+/// The adapter that is attached there now; none when it has gone since. Labels may stand for
+/// several.
+BenchAdapter* attachedAt(BenchState& state, int64_t bridge, int64_t hop) {
+  for (BenchAdapter& adapter : state.adapters) {
+    if (adapter.attached && adapter.bridge == bridge && adapter.hop == hop) return &adapter;
+  }
+  return nullptr;
+}
+
 bool hasLink(const BenchAdapter& adapter, size_t port) {
   return adapter.fibreChannelPorts.empty() ? adapter.ethernetPorts[port].link
                                            : adapter.fibreChannelPorts[port].link;
@@ -91,12 +100,13 @@ void BenchMenu::addUnplugMenu(const BenchState& state) {
   QMenu* const unplug = addMenu(tr("&Unplug"));
   for (const BenchAdapter& adapter : state.adapters) {
     if (!adapter.attached) continue;
-    const std::string label = benchLabel(adapter);
-    unplug->addAction(adapterTitle(adapter), this, [this, label] {
-      edit([&](BenchState& bench) {
-        if (BenchAdapter* found = findAdapter(bench, label)) unplugAdapter(*found);
-      });
-    });
+    unplug->addAction(adapterTitle(adapter), this,
+                      [this, bridge = adapter.bridge, hop = adapter.hop] {
+                        edit([&](BenchState& bench) {
+                          BenchAdapter* const found = attachedAt(bench, bridge, hop);
+                          if (found) unplugAdapter(*found);
+                        });
+                      });
   }
   unplug->setEnabled(!unplug->isEmpty());
 }
@@ -105,18 +115,19 @@ void BenchMenu::addLinkMenu(const BenchState& state) {
   QMenu* const links = addMenu(tr("&Links"));
   for (const BenchAdapter& adapter : state.adapters) {
     if (!adapter.attached) continue;
-    const std::string label = benchLabel(adapter);
     for (size_t port = 0; port < portCount(adapter); ++port) {
       const int number = static_cast<int>(port) + 1;
       QAction* const link =
           links->addAction(tr("%1  port %2").arg(adapterTitle(adapter)).arg(number));
       link->setCheckable(true);
       link->setChecked(hasLink(adapter, port));
-      connect(link, &QAction::triggered, this, [this, label, number](bool up) {
-        edit([&](BenchState& bench) {
-          if (BenchAdapter* found = findAdapter(bench, label)) setLink(*found, number, up, {});
-        });
-      });
+      connect(link, &QAction::triggered, this,
+              [this, bridge = adapter.bridge, hop = adapter.hop, number](bool up) {
+                edit([&](BenchState& bench) {
+                  BenchAdapter* const found = attachedAt(bench, bridge, hop);
+                  if (found) setLink(*found, number, up, {});
+                });
+              });
     }
   }
   links->setEnabled(!links->isEmpty());

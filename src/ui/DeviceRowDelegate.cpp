@@ -1,8 +1,9 @@
 #include "ui/DeviceRowDelegate.h"
 
-#include <QApplication>
 #include <QPainter>
 #include <algorithm>
+
+#include "ui/ItemPainting.h"
 
 namespace corvane {
 
@@ -39,16 +40,12 @@ void DeviceRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
   QStyleOptionViewItem item = option;
   initStyleOption(&item, index);
   const QStringList lines = item.text.split(QChar::LineSeparator);
-  const QIcon icon = item.icon;
-  item.text.clear();
-  item.icon = {};
-  const QStyle* style = item.widget ? item.widget->style() : QApplication::style();
-  style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+  drawWithoutContent(item, *painter);
 
   painter->save();
   const int height = rowHeightFor(item.fontMetrics, rowHeight_);
   const QRect picture = iconRect(item.rect, height);
-  icon.paint(painter, picture);
+  item.icon.paint(painter, picture);
 
   const bool selected = item.state.testFlag(QStyle::State_Selected);
   const bool active = item.state.testFlag(QStyle::State_Active);

@@ -1,5 +1,6 @@
 #include "ui/MainWindow.h"
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
@@ -77,6 +78,13 @@ void MainWindow::rememberGeometry(const QString& name) {
 
 void MainWindow::showAsDump() {
   ui_->noAdapterPage->showAsDump();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() != QEvent::WindowStateChange) return;
+  ui_->actionFullScreen->setText(isFullScreen() ? tr("Exit &Full Screen")
+                                                : tr("Enter &Full Screen"));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -194,8 +202,18 @@ void MainWindow::connectMenus() {
           &MainWindow::openRegistryDumpRequested);
   connect(ui_->actionClose, &QAction::triggered, this, &QWidget::close);
   connect(ui_->actionQuit, &QAction::triggered, qApp, &QApplication::quit);
+  auto* const pages = new QActionGroup(this);
+  for (QAction* page : {ui_->actionPort1, ui_->actionPort2, ui_->actionDevice}) {
+    pages->addAction(page);
+  }
+#ifdef Q_OS_MACOS
+  ui_->actionFullScreen->setShortcut(QKeySequence::FullScreen);
+#endif
   connect(ui_->actionFullScreen, &QAction::triggered, this,
-          [this](bool full) { full ? showFullScreen() : showNormal(); });
+          [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); });
+  connect(ui_->actionMinimize, &QAction::triggered, this, &QWidget::showMinimized);
+  connect(ui_->actionZoom, &QAction::triggered, this,
+          [this] { setWindowState(windowState() ^ Qt::WindowMaximized); });
   connect(ui_->actionAbout, &QAction::triggered, this, [this] { delegate_.showAbout(); });
 }
 

@@ -43,6 +43,7 @@ class MainWindow : public QMainWindow {
   void closed();
 
  protected:
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:

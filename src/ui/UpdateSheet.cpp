@@ -1,11 +1,15 @@
 #include "ui/UpdateSheet.h"
 
 #include <QHeaderView>
+#include <QScreen>
+#include <QShortcut>
+#include <algorithm>
 
 #include "OnlineUpdate/OnlineUpdate.h"
 #include "ui/Bindings.h"
 #include "ui/ControlBinding.h"
 #include "ui/FocusReturn.h"
+#include "ui/UpdateCellDelegate.h"
 #include "ui/UpdateTableModel.h"
 #include "ui_OnlineUpdate.h"
 
@@ -37,16 +41,27 @@ void UpdateSheet::reject() {
 void UpdateSheet::bindTable() {
   rows_ = new UpdateTableModel(controller_, this);
   ui_->updateTable->setModel(rows_);
+  ui_->updateTable->setItemDelegate(new UpdateCellDelegate(this));
   ui_->updateTable->verticalHeader()->hide();
   QHeaderView* const header = ui_->updateTable->horizontalHeader();
   header->setSectionResizeMode(QHeaderView::ResizeToContents);
   header->setSectionResizeMode(1, QHeaderView::Stretch);
   TableView& table = controller_.controls().updateTable;
-  new ControlBinding(table, *ui_->updateTable, [this] { renderTable(); });
   connect(ui_->updateTable->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [&table](const QModelIndex& current) {
             if (current.isValid()) table.choose(current.row());
           });
+  new ControlBinding(table, *ui_->updateTable, [this] { renderTable(); });
+  auto* const space = new QShortcut(Qt::Key_Space, ui_->updateTable, this, &UpdateSheet::tickRow);
+  space->setContext(Qt::WidgetShortcut);
+}
+
+// Whichever cell of the row has the focus.
+void UpdateSheet::tickRow() {
+  const QModelIndex tick = ui_->updateTable->currentIndex().siblingAtColumn(0);
+  if (!tick.isValid()) return;
+  const bool isTicked = tick.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+  rows_->setData(tick, isTicked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
 }
 
 void UpdateSheet::renderTable() {
@@ -56,7 +71,21 @@ void UpdateSheet::renderTable() {
   shownGeneration_ = table.generation();
   const QModelIndex current = ui_->updateTable->currentIndex();
   rows_->reload();
-  ui_->updateTable->setCurrentIndex(rows_->index(current.row(), current.column()));
+  ui_->updateTable->setCurrentIndex(
+      current.isValid() ? rows_->index(current.row(), current.column()) : rows_->index(0, 0));
+  ui_->updateTable->setMinimumWidth(
+      std::min(widthOfCells(), screen()->availableSize().width() * 4 / 5));
+}
+
+/// The least width at which every cell shows the whole of its text.
+int UpdateSheet::widthOfCells() const {
+  const QAbstractItemView& table = *ui_->updateTable;
+  int width = 2 * table.frameWidth();
+  for (int column = 0; column < rows_->columnCount({}); ++column) {
+    width += std::max(table.sizeHintForColumn(column),
+                      ui_->updateTable->horizontalHeader()->sectionSizeHint(column));
+  }
+  return width;
 }
 
 }  // namespace corvane

@@ -26,6 +26,8 @@ class UpdateSheet : public QDialog {
  private:
   void bindTable();
   void renderTable();
+  void tickRow();
+  int widthOfCells() const;
 
   OnlineUpdate& controller_;
   std::unique_ptr<Ui::OnlineUpdate> ui_;

@@ -39,7 +39,11 @@ int UpdateTableModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant UpdateTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+  if (orientation != Qt::Horizontal) return {};
+  if (role == Qt::TextAlignmentRole) {
+    return int(section == 0 ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter);
+  }
+  if (role != Qt::DisplayRole) return {};
   switch (section) {
     case 0:
       return tr("Install");
@@ -62,7 +66,7 @@ QVariant UpdateTableModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::AccessibleTextRole) return tr("Install");
     return {};
   }
-  if (role != Qt::DisplayRole) return {};
+  if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
   const std::string* const text = value.text();
   return text ? QString::fromStdString(*text) : QString();
 }

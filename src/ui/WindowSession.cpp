@@ -50,7 +50,10 @@ WindowSession::~WindowSession() {
 }
 
 void WindowSession::start() {
-  if (launch_.isReadOnly()) delegate_->whenDiscovered([this] { tellUnlisted(); });
+  delegate_->whenDiscovered([this] {
+    if (launch_.isReadOnly()) tellUnlisted();
+    emit discovered();
+  });
   delegate_->applicationDidFinishLaunching();
 }
 
@@ -71,20 +74,20 @@ void WindowSession::tellUnlisted() {
   const std::string remark = launch_.remark();
   for (const std::string& sentence : unlistedAdapters(
            launch_.platform().registry, delegate_->state().CorvaneList, remark.empty()))
-    sentences << QString::fromStdString(sentence);
+    sentences << shownText(sentence);
   if (sentences.isEmpty()) return;
   auto* const box = new QMessageBox(QMessageBox::Information, tr("Registry Dump"),
                                     sentences.join("\n"), QMessageBox::Ok, window_.get());
   box->setObjectName("unlistedAdapters");
-  box->setInformativeText(QString::fromStdString(remark));
+  box->setInformativeText(shownList(remark));
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->open();
 }
 
 void WindowSession::addBenchMenu() {
   QMenuBar* const bar = window_->menuBar();
-  auto* const menu = new BenchMenu(launch_.source(), window_.get());
-  bar->insertMenu(bar->actions().back(), menu);
+  const auto* const windowMenu = bar->findChild<QMenu*>("menuWindow");
+  bar->insertMenu(windowMenu->menuAction(), new BenchMenu(launch_.source(), window_.get()));
 }
 
 void WindowSession::chooseSupportFolder() {
@@ -119,9 +122,8 @@ void WindowSession::openDump(const QString& path) {
         Qt::QueuedConnection);
     dump.start();
   } catch (const LaunchFailure& failure) {
-    auto* const box =
-        new QMessageBox(QMessageBox::Warning, tr("Open Registry Dump"),
-                        QString::fromStdString(failure.what()), QMessageBox::Ok, window_.get());
+    auto* const box = new QMessageBox(QMessageBox::Warning, tr("Open Registry Dump"),
+                                      shownFailure(failure), QMessageBox::Ok, window_.get());
     box->setInformativeText(shownText(failure.hint()));
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->open();

@@ -40,6 +40,10 @@ class WindowSession : public QObject {
   MainWindow& window() { return *window_; }
   AppDelegate& delegate() { return *delegate_; }
 
+ signals:
+  /// The adapters that were attached at the launch are listed.
+  void discovered();
+
  private:
   void addBenchMenu();
   void chooseSupportFolder();

@@ -103,7 +103,7 @@ bool standardErrorIsRead() {
 void tell(const LaunchFailure& failure) {
   std::fprintf(stderr, "corvane-utility: %s\n%s\n", failure.what(), failure.hint().c_str());
   if (standardErrorIsRead()) return;
-  QMessageBox box(QMessageBox::Critical, "CORVANE Utility", QString::fromStdString(failure.what()));
+  QMessageBox box(QMessageBox::Critical, "CORVANE Utility", shownFailure(failure));
   box.setInformativeText(shownText(failure.hint()));
   box.exec();
 }

@@ -36,6 +36,8 @@ class BenchAndDumpTest : public QObject {
 
   void theBenchMenuPlugsIn();
   void theBenchMenuUnplugs();
+  void theBenchMenuUnplugsTheOneThatWasNamed();
+  void theBenchMenuStandsBeforeTheWindowMenu();
   void theBenchMenuDropsALink();
   void theBenchMenuShowsTheFile();
   void aBenchThatCannotBeReadIsSaidInTheMenu();
@@ -124,6 +126,23 @@ void BenchAndDumpTest::theBenchMenuUnplugs() {
   QTRY_COMPARE_WITH_TIMEOUT(rowsOf(session_->window()), 0, patience);
   QVERIFY(!bench().adapters.front().attached);
   QVERIFY(!subMenu(1)->isEnabled());
+}
+
+void BenchAndDumpTest::theBenchMenuUnplugsTheOneThatWasNamed() {
+  BenchFile(benchPath()).update([](BenchState& state) {
+    plugAdapter(state, "Corvane2 8G FC", 10, 1, std::nullopt);
+    plugAdapter(state, "Corvane3 F2", 11, 1, std::nullopt);
+  });
+  actionNamed(*subMenu(1), "(null) - 1  Corvane3 F2")->trigger();
+  QVERIFY(bench().adapters[1].attached);
+  QVERIFY(!bench().adapters[2].attached);
+}
+
+void BenchAndDumpTest::theBenchMenuStandsBeforeTheWindowMenu() {
+  QStringList titles;
+  for (const QAction* menu : session_->window().menuBar()->actions()) titles << menu->text();
+  titles.replaceInStrings("&", "");
+  QCOMPARE(titles, QStringList({"File", "Edit", "View", "Adapter", "Bench", "Window", "Help"}));
 }
 
 void BenchAndDumpTest::theBenchMenuDropsALink() {

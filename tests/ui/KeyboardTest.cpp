@@ -24,6 +24,9 @@ class KeyboardTest : public QObject {
   void theFocusStaysWhereTheUserWent();
   void anOffloadIsSet();
   void aQueueDepthIsEntered();
+  void aHardAddressIsChosen();
+  void theTabKeyGoesFromTopToBottom_data();
+  void theTabKeyGoesFromTopToBottom();
 
  private:
   void show(const std::string& product);
@@ -137,6 +140,60 @@ void KeyboardTest::aQueueDepthIsEntered() {
   press(Qt::Key_Return);
   QTRY_VERIFY_WITH_TIMEOUT(!shown_->isOpen("FCQDepthViewController"), patience);
   QCOMPARE(shown_->state().adapters.front().fibreChannelPorts[0].queueDepth, 64);
+}
+
+void KeyboardTest::aHardAddressIsChosen() {
+  show("Corvane2 8G FC");
+  goTo("chooseALPA");
+  press(Qt::Key_Space);
+  QVERIFY(shown_->isOpen("MatrixTable"));
+  QTRY_COMPARE(QApplication::activeWindow()->objectName(), "MatrixTable");
+  goTo("alpa_EF");
+  press(Qt::Key_Right);
+  press(Qt::Key_Down);
+  QCOMPARE(QApplication::focusWidget()->objectName(), "alpa_CE");
+  press(Qt::Key_Return);
+  QCOMPARE(shown_->widget<QLabel>("idLabel").text(), "CE");
+  QVERIFY2(shown_->isOpen("MatrixTable"), "the first Return chooses, the second confirms");
+  press(Qt::Key_Return);
+  QVERIFY(!shown_->isOpen("MatrixTable"));
+  QTRY_COMPARE_WITH_TIMEOUT(shown_->state().adapters.front().fibreChannelPorts[0].hardAlpa, 0xCE,
+                            patience);
+}
+
+void KeyboardTest::theTabKeyGoesFromTopToBottom_data() {
+  QTest::addColumn<QString>("product");
+  QTest::addColumn<QString>("page");
+  QTest::addColumn<QStringList>("order");
+  QTest::newRow("Fibre Channel port")
+      << "Corvane2 8G FC"
+      << "port1Button"
+      << QStringList{"setSpeed", "setTopology", "chooseALPA", "SFPInfoButton", "SFPHelpButton"};
+  QTest::newRow("Fibre Channel device")
+      << "Corvane2 8G FC"
+      << "deviceButton" << QStringList{"setQueueDepth", "queueDepthButton"};
+  QTest::newRow("10GbE port") << "Corvane2 10G SFP+"
+                              << "port1Button"
+                              << QStringList{"settingMode", "enableTCPipv4", "enableRSC"};
+}
+
+void KeyboardTest::theTabKeyGoesFromTopToBottom() {
+  QFETCH(QString, product);
+  QFETCH(QString, page);
+  QFETCH(QStringList, order);
+  show(product.toStdString());
+  shown_->widget<QToolButton>(page.toUtf8()).click();
+  order =
+      QStringList{"deviceTable", "port1Button", "port2Button", "deviceButton", "refreshButton"} +
+      order + QStringList{"authView", "downloadLogs", "updateFW", "checkUpdate"};
+  goTo(order.front().toUtf8());
+  QStringList reached;
+  for (qsizetype step = 0; step < order.size(); ++step) {
+    reached << QApplication::focusWidget()->objectName();
+    press(Qt::Key_Tab);
+  }
+  QCOMPARE(reached, order);
+  QCOMPARE(QApplication::focusWidget()->objectName(), order.front());
 }
 
 #include "KeyboardTest.moc"

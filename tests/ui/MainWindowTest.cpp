@@ -1,4 +1,5 @@
 #include <QAction>
+#include <QActionGroup>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
@@ -41,6 +42,9 @@ class MainWindowTest : public QObject {
   void aSpeedChosenIsSetAndShown();
   void thePageButtonsChooseThePages();
   void theMenusDoAsTheButtons();
+  void thePagesOfTheViewMenuExcludeEachOther();
+  void theWindowGoesToTheFullScreenAndBack();
+  void theWindowMenuZoomsAndMinimizes();
   void theDetailsCanBeCopied();
   void theAboutBoxTellsTheVersion();
   void theSupportFolderIsAskedFor();
@@ -295,6 +299,46 @@ void MainWindowTest::theMenusDoAsTheButtons() {
   QVERIFY(device->isChecked());
   QTest::keyClick(&shown.window(), Qt::Key_1, Qt::ControlModifier);
   QCOMPARE(page(shown), "fibreChannelPortPage");
+}
+
+void MainWindowTest::thePagesOfTheViewMenuExcludeEachOther() {
+  BenchWindow shown(withAdapter("Corvane2 8G FC"));
+  QVERIFY(shown.isDiscovered());
+  const auto chosen = [&shown] {
+    QStringList names;
+    for (const char* name : {"actionPort1", "actionPort2", "actionDevice"}) {
+      const auto& action = shown.widget<QAction>(name);
+      if (action.isChecked()) names << name;
+      if (!action.actionGroup() || !action.actionGroup()->isExclusive()) names << "not exclusive";
+    }
+    return names;
+  };
+  for (const char* name : {"actionDevice", "actionPort2", "actionPort1", "actionPort1"}) {
+    shown.widget<QAction>(name).trigger();
+    QCOMPARE(chosen(), QStringList(name));
+  }
+}
+
+void MainWindowTest::theWindowGoesToTheFullScreenAndBack() {
+  BenchWindow shown([](BenchState&) {});
+  auto& action = shown.widget<QAction>("actionFullScreen");
+  QCOMPARE(action.text(), "Enter &Full Screen");
+  action.trigger();
+  QVERIFY(shown.window().isFullScreen());
+  QCOMPARE(action.text(), "Exit &Full Screen");
+  shown.window().setWindowState(Qt::WindowNoState);
+  QCOMPARE(action.text(), "Enter &Full Screen");
+}
+
+void MainWindowTest::theWindowMenuZoomsAndMinimizes() {
+  BenchWindow shown([](BenchState&) {});
+  auto& zoom = shown.widget<QAction>("actionZoom");
+  zoom.trigger();
+  QVERIFY(shown.window().isMaximized());
+  zoom.trigger();
+  QVERIFY(!shown.window().isMaximized());
+  shown.widget<QAction>("actionMinimize").trigger();
+  QVERIFY(shown.window().isMinimized());
 }
 
 void MainWindowTest::theDetailsCanBeCopied() {

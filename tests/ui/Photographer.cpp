@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
+#include <QSignalSpy>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
@@ -48,10 +49,9 @@ Photographer::Photographer(WindowSession& session, QString folder, QString suffi
     : session_(session), folder_(std::move(folder)), suffix_(std::move(suffix)) {}
 
 bool Photographer::start() {
-  bool discovered = false;
-  session_.delegate().whenDiscovered([&discovered] { discovered = true; });
+  const QSignalSpy discovered(&session_, &WindowSession::discovered);
   session_.start();
-  const bool isReady = QTest::qWaitFor([&discovered] { return discovered; }, patience);
+  const bool isReady = QTest::qWaitFor([&discovered] { return !discovered.isEmpty(); }, patience);
   QTest::qWait(settlingTime);
   return isReady;
 }
@@ -94,7 +94,10 @@ void Photographer::takeSheets() {
   controls().port1Button.click();
   controls().SFPHelpButton.click();
   takePopover("help");
-  for (const char* menu : {"menuBench", "menuAdapter", "menuFile"}) takeMenu(menu, menu);
+  for (const char* menu :
+       {"menuFile", "menuEdit", "menuView", "menuAdapter", "menuBench", "menuWindow", "menuHelp"}) {
+    takeMenu(menu, menu);
+  }
   session_.delegate().showAbout();
   take("about");
   press("AboutDialog", "closeButton");

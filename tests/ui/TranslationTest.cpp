@@ -10,6 +10,8 @@
 
 #include "BenchWindow.h"
 #include "UiTest.h"
+#include "launch/LaunchFailure.h"
+#include "platform/dump/DumpProblems.h"
 
 using namespace corvane;
 
@@ -25,7 +27,10 @@ class TranslationTest : public QObject {
   void theToolkitsButtonsSpeakGerman();
   void fixedTextsStayAsTheyAre_data();
   void fixedTextsStayAsTheyAre();
-  void aTextWithANameKeepsTheName();
+  void aTextWithNamesKeepsTheNames_data();
+  void aTextWithNamesKeepsTheNames();
+  void theRemarkOnADumpSpeaksGerman();
+  void aFailedLaunchIsToldInGerman();
   void withoutALanguageEverythingIsEnglish();
 };
 
@@ -104,10 +109,52 @@ void TranslationTest::fixedTextsStayAsTheyAre() {
   QCOMPARE(shownText(text.toStdString()), text);
 }
 
-void TranslationTest::aTextWithANameKeepsTheName() {
+void TranslationTest::aTextWithNamesKeepsTheNames_data() {
+  QTest::addColumn<QString>("text");
+  QTest::addColumn<QString>("shown");
+  QTest::newRow("file") << "Downloading fw8.pkg"
+                        << "Wird heruntergeladen: fw8.pkg";
+  QTest::newRow("place") << "Downloading %1%2.pkg"
+                         << "Wird heruntergeladen: %1%2.pkg";
+  QTest::newRow("data") << "Not downloaded: HTTP 404"
+                        << "Nicht heruntergeladen: HTTP 404";
+  QTest::newRow("reason") << "Not downloaded: the catalogue names no file"
+                          << "Nicht heruntergeladen: der Katalog nennt keine Datei";
+  QTest::newRow("adapter") << "Corvane3 F2 at (null) - 2: attached, but not listed: none of its "
+                              "ports is in the dump, so its driver did not run"
+                           << "Corvane3 F2 an (null) - 2: angeschlossen, aber nicht aufgeführt: "
+                              "keiner seiner Anschlüsse steht im Auszug, sein Treiber lief also "
+                              "nicht";
+  QTest::newRow("count") << "The folder holds 3 collections; open one of them."
+                         << "Der Ordner enthält 3 Sammlungen; öffnen Sie eine davon.";
+  QTest::newRow("nothing in the place") << "Downloading "
+                                        << "Downloading ";
+}
+
+void TranslationTest::aTextWithNamesKeepsTheNames() {
+  QFETCH(QString, text);
+  QFETCH(QString, shown);
+  QCOMPARE(shownText(text.toStdString()), text);
   const Translation translation(german);
-  QCOMPARE(shownText("Downloading fw8.pkg"), "Wird heruntergeladen: fw8.pkg");
-  QCOMPARE(shownText("Not downloaded: HTTP 404"), "Nicht heruntergeladen: HTTP 404");
+  QCOMPARE(shownText(text.toStdString()), shown);
+}
+
+void TranslationTest::theRemarkOnADumpSpeaksGerman() {
+  DumpProblems problems;
+  problems.cutLines = 13;
+  problems.unreadableValues = 1;
+  const Translation translation(german);
+  QCOMPARE(shownList(problems.summary()),
+           "13 Zeilen sind abgeschnitten („ioreg -l -w0“ schneidet keine ab), 1 Wert ist nicht "
+           "lesbar");
+}
+
+void TranslationTest::aFailedLaunchIsToldInGerman() {
+  const LaunchFailure failure(LaunchExitStatus::NotFound, "nowhere.json", "there is no such bench",
+                              "Write one with \"corvane-bench new nowhere.json\".");
+  const Translation translation(german);
+  QCOMPARE(shownFailure(failure), "nowhere.json: es gibt keinen solchen Prüfstand");
+  QCOMPARE(shownText(failure.hint()), "Schreiben Sie einen mit „corvane-bench new nowhere.json“.");
 }
 
 void TranslationTest::withoutALanguageEverythingIsEnglish() {

@@ -1,10 +1,12 @@
 #include <QDialog>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
+#include <cstdlib>
 
 #include "BenchWindow.h"
 #include "UiTest.h"
@@ -23,6 +25,10 @@ class UpdateSheetTest : public QObject {
   void itHasThreeColumns();
   void onlyTheTickCanBeEdited();
   void theSpaceKeyTicks();
+  void theSpaceKeyTicksFromAnyCellOfTheRow();
+  void aClickAnywhereInTheCellTicks();
+  void theBoxStandsAloneInTheMiddleOfItsCell();
+  void everyCellHasRoomForItsText();
   void aSelectedRowIsDescribed();
   void theStateSaysWhatToDo();
   void nothingTickedIsSaid();
@@ -147,11 +153,64 @@ void UpdateSheetTest::theSpaceKeyTicks() {
   QVERIFY(!shown_->delegate().onlineUpdate().updateItem()[0].isSelect);
 }
 
+void UpdateSheetTest::theSpaceKeyTicksFromAnyCellOfTheRow() {
+  openSheet();
+  QTRY_VERIFY_WITH_TIMEOUT(table().hasFocus(), patience);
+  table().setCurrentIndex(cell(1, 2));
+  QTest::keyClick(&table(), Qt::Key_Space);
+  QVERIFY(shown_->delegate().onlineUpdate().updateItem()[1].isSelect);
+  QVERIFY(!shown_->delegate().onlineUpdate().updateItem()[0].isSelect);
+}
+
+void UpdateSheetTest::aClickAnywhereInTheCellTicks() {
+  openSheet();
+  const QRect tick = table().visualRect(cell(1, 0));
+  for (const QPoint& place :
+       {tick.topLeft() + QPoint(2, 2), tick.center(), tick.bottomRight() - QPoint(2, 2)}) {
+    const bool before = shown_->delegate().onlineUpdate().updateItem()[1].isSelect;
+    QTest::mouseClick(table().viewport(), Qt::LeftButton, {}, place);
+    QCOMPARE(shown_->delegate().onlineUpdate().updateItem()[1].isSelect, !before);
+  }
+  QTest::mouseClick(table().viewport(), Qt::LeftButton, {},
+                    table().visualRect(cell(0, 1)).center());
+  QVERIFY(!shown_->delegate().onlineUpdate().updateItem()[0].isSelect);
+}
+
+void UpdateSheetTest::theBoxStandsAloneInTheMiddleOfItsCell() {
+  openSheet();
+  table().setCurrentIndex(cell(1, 1));
+  const QRect tick = table().visualRect(cell(0, 0));
+  const QImage picture = table().viewport()->grab(tick).toImage();
+  const int middle = picture.height() / 2;
+  const QRgb background = picture.pixel(2, middle);
+  int left = 2;
+  while (left < picture.width() && picture.pixel(left, middle) == background) ++left;
+  int right = picture.width() - 3;
+  while (right > left && picture.pixel(right, middle) == background) --right;
+  QVERIFY2(right > left, "no box is drawn");
+  const int leftMargin = left;
+  const int rightMargin = picture.width() - 1 - right;
+  QVERIFY2(std::abs(leftMargin - rightMargin) <= 2,
+           qPrintable(QString("%1 and %2").arg(leftMargin).arg(rightMargin)));
+}
+
+void UpdateSheetTest::everyCellHasRoomForItsText() {
+  openSheet();
+  for (int column = 0; column < 3; ++column) {
+    QVERIFY(table().columnWidth(column) >= table().sizeHintForIndex(cell(0, column)).width());
+    QVERIFY(table().columnWidth(column) >= table().horizontalHeader()->sectionSizeHint(column));
+  }
+}
+
 void UpdateSheetTest::aSelectedRowIsDescribed() {
   openSheet();
   auto& description = shown_->widget<QPlainTextEdit>("updateMessage");
-  QCOMPARE(description.toPlainText(), "");
+  QCOMPARE(table().currentIndex(), cell(0, 0));
+  QCOMPARE(description.toPlainText(), "Faster links.");
+  const TableView& chosen = shown_->delegate().onlineUpdate().controls().updateTable;
+  QCOMPARE(chosen.selectedRow(), 0);
   table().selectRow(1);
+  QCOMPARE(chosen.selectedRow(), 1);
   QCOMPARE(description.toPlainText(), "Faster links.");
   QVERIFY(description.isReadOnly());
 }

@@ -12,6 +12,7 @@
 #include "platform/bench/BenchFile.h"
 #include "ui/MainWindow.h"
 #include "ui/QtMainQueue.h"
+#include "ui/Translation.h"
 
 using namespace corvane;
 
@@ -22,6 +23,7 @@ class WindowSessionTest : public QObject {
  private slots:
   void aProgramAskedForAgainShowsItsWindow();
   void anAdapterThatADumpCannotListIsNamed();
+  void anAdapterThatADumpCannotListIsNamedInGerman();
   void aWholeDumpIsShownWithoutRemark();
   void aFileIsOpenedAsADump();
 
@@ -79,6 +81,17 @@ void WindowSessionTest::anAdapterThatADumpCannotListIsNamed() {
   const auto* const box = session.window().findChild<QMessageBox*>("unlistedAdapters");
   QVERIFY(box->text().startsWith("Corvane2 16G FC at A - 1: attached, but not listed"));
   QVERIFY(box->informativeText().contains("13 lines are cut"));
+}
+
+void WindowSessionTest::anAdapterThatADumpCannotListIsNamedInGerman() {
+  const Translation translation(QLocale(QLocale::German, QLocale::Germany));
+  QtMainQueue queue;
+  WindowSession session(dumpOptions("desktop-2013-cut.txt"), queue);
+  session.start();
+  QTRY_VERIFY(session.window().findChild<QMessageBox*>("unlistedAdapters"));
+  const auto* const box = session.window().findChild<QMessageBox*>("unlistedAdapters");
+  QVERIFY(box->text().startsWith("Corvane2 16G FC an A - 1: angeschlossen, aber nicht aufgeführt"));
+  QVERIFY(box->informativeText().contains("13 Zeilen sind abgeschnitten"));
 }
 
 void WindowSessionTest::aWholeDumpIsShownWithoutRemark() {

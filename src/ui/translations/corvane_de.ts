@@ -149,16 +149,168 @@ Kurzwellenmodule brauchen Multimodefaser, Langwellenmodule Monomodefaser, und be
         <translation>Machen Sie den Ordner beschreibbar oder nennen Sie einen Prüfstand mit --bench FILE.</translation>
     </message>
     <message>
-        <source>Downloading </source>
-        <translation>Wird heruntergeladen: </translation>
-    </message>
-    <message>
-        <source>Not downloaded: </source>
-        <translation>Nicht heruntergeladen: </translation>
-    </message>
-    <message>
         <source>None</source>
         <translation>Keine</translation>
+    </message>
+    <message>
+        <source>The adapter has gone. Nothing was updated.</source>
+        <translation>Der Adapter ist nicht mehr da. Nichts wurde aktualisiert.</translation>
+    </message>
+    <message>
+        <source>Nothing was updated. Open the lock, or wait until the other update has ended.</source>
+        <translation>Nichts wurde aktualisiert. Öffnen Sie das Schloss oder warten Sie, bis die andere Aktualisierung beendet ist.</translation>
+    </message>
+    <message>
+        <source>it was cancelled</source>
+        <translation>abgebrochen</translation>
+    </message>
+    <message>
+        <source>the transfer failed</source>
+        <translation>die Übertragung ist fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>the transfer library could not be initialised</source>
+        <translation>die Übertragungsbibliothek konnte nicht gestartet werden</translation>
+    </message>
+    <message>
+        <source>the catalogue names no file</source>
+        <translation>der Katalog nennt keine Datei</translation>
+    </message>
+    <message>
+        <source>the catalogue&apos;s file name is too long</source>
+        <translation>der Dateiname im Katalog ist zu lang</translation>
+    </message>
+    <message>
+        <source>the catalogue&apos;s file name begins with &quot;-&quot;</source>
+        <translation>der Dateiname im Katalog beginnt mit „-“</translation>
+    </message>
+    <message>
+        <source>the catalogue&apos;s file name would leave its folder</source>
+        <translation>der Dateiname im Katalog führt aus seinem Ordner hinaus</translation>
+    </message>
+    <message>
+        <source>the catalogue&apos;s file name has characters other than letters, digits, &quot;.&quot;, &quot;_&quot;, &quot;-&quot; and &quot;+&quot;</source>
+        <translation>der Dateiname im Katalog enthält andere Zeichen als Buchstaben, Ziffern, „.“, „_“, „-“ und „+“</translation>
+    </message>
+    <message>
+        <source>the catalogue&apos;s file name is kept for a file of the utility&apos;s own</source>
+        <translation>der Dateiname im Katalog ist einer eigenen Datei des Programms vorbehalten</translation>
+    </message>
+    <message>
+        <source>none of its ports is in the dump, so its driver did not run</source>
+        <translation>keiner seiner Anschlüsse steht im Auszug, sein Treiber lief also nicht</translation>
+    </message>
+    <message>
+        <source>its ports are not whole in the dump; ask the customer for a whole one</source>
+        <translation>seine Anschlüsse stehen nicht vollständig im Auszug; bitten Sie den Kunden um einen vollständigen</translation>
+    </message>
+    <message>
+        <source>It holds no entry of a device registry.</source>
+        <translation>Die Datei enthält keinen Eintrag einer Geräte-Registry.</translation>
+    </message>
+    <message>
+        <source>It is a property list in binary form; &quot;plutil -convert xml1&quot; makes it readable.</source>
+        <translation>Die Datei ist eine Property-Liste in Binärform; „plutil -convert xml1“ macht sie lesbar.</translation>
+    </message>
+    <message>
+        <source>It is a property list that is not well formed.</source>
+        <translation>Die Datei ist eine fehlerhafte Property-Liste.</translation>
+    </message>
+    <message>
+        <source>It is a property list, but of no device registry.</source>
+        <translation>Die Datei ist eine Property-Liste, aber nicht die einer Geräte-Registry.</translation>
+    </message>
+    <message>
+        <source>It is larger than 4 GB.</source>
+        <translation>Die Datei ist größer als 4 GB.</translation>
+    </message>
+    <message>
+        <source>It cannot be read.</source>
+        <translation>Die Datei kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>There is no such file.</source>
+        <translation>Es gibt keine solche Datei.</translation>
+    </message>
+    <message>
+        <source>there is no such file or folder</source>
+        <translation>es gibt weder eine solche Datei noch einen solchen Ordner</translation>
+    </message>
+    <message>
+        <source>there is no such bench</source>
+        <translation>es gibt keinen solchen Prüfstand</translation>
+    </message>
+    <message>
+        <source>cannot stand beside --dump</source>
+        <translation>kann nicht neben --dump stehen</translation>
+    </message>
+    <message>
+        <source>neither XDG_DATA_HOME nor HOME names a folder</source>
+        <translation>weder XDG_DATA_HOME noch HOME nennt einen Ordner</translation>
+    </message>
+    <message>
+        <source>Downloading %1</source>
+        <translation>Wird heruntergeladen: %1</translation>
+    </message>
+    <message>
+        <source>Not downloaded: %1</source>
+        <translation>Nicht heruntergeladen: %1</translation>
+    </message>
+    <message>
+        <source>%1 at %2: attached, but not listed: %3</source>
+        <translation>%1 an %2: angeschlossen, aber nicht aufgeführt: %3</translation>
+    </message>
+    <message>
+        <source>%1 line is cut (&quot;ioreg -l -w0&quot; cuts none)</source>
+        <translation>%1 Zeile ist abgeschnitten („ioreg -l -w0“ schneidet keine ab)</translation>
+    </message>
+    <message>
+        <source>%1 lines are cut (&quot;ioreg -l -w0&quot; cuts none)</source>
+        <translation>%1 Zeilen sind abgeschnitten („ioreg -l -w0“ schneidet keine ab)</translation>
+    </message>
+    <message>
+        <source>%1 line cannot be read</source>
+        <translation>%1 Zeile ist nicht lesbar</translation>
+    </message>
+    <message>
+        <source>%1 lines cannot be read</source>
+        <translation>%1 Zeilen sind nicht lesbar</translation>
+    </message>
+    <message>
+        <source>%1 value cannot be read</source>
+        <translation>%1 Wert ist nicht lesbar</translation>
+    </message>
+    <message>
+        <source>%1 values cannot be read</source>
+        <translation>%1 Werte sind nicht lesbar</translation>
+    </message>
+    <message>
+        <source>%1 value is redacted</source>
+        <translation>%1 Wert ist geschwärzt</translation>
+    </message>
+    <message>
+        <source>%1 values are redacted</source>
+        <translation>%1 Werte sind geschwärzt</translation>
+    </message>
+    <message>
+        <source>The folder holds no %1.</source>
+        <translation>Der Ordner enthält keine Datei %1.</translation>
+    </message>
+    <message>
+        <source>The folder holds %1 collections; open one of them.</source>
+        <translation>Der Ordner enthält %1 Sammlungen; öffnen Sie eine davon.</translation>
+    </message>
+    <message>
+        <source>the journal cannot be opened: %1</source>
+        <translation>das Journal kann nicht geöffnet werden: %1</translation>
+    </message>
+    <message>
+        <source>Write one with &quot;corvane-bench new %1&quot;.</source>
+        <translation>Schreiben Sie einen mit „corvane-bench new %1“.</translation>
+    </message>
+    <message>
+        <source>the user&apos;s own bench</source>
+        <translation>der eigene Prüfstand</translation>
     </message>
 </context>
 <context>
@@ -479,6 +631,18 @@ Kurzwellenmodule brauchen Multimodefaser, Langwellenmodule Monomodefaser, und be
     <message>
         <source>Open Registry &amp;Dump…</source>
         <translation>Registry-&amp;Auszug öffnen …</translation>
+    </message>
+    <message>
+        <source>&amp;Window</source>
+        <translation>&amp;Fenster</translation>
+    </message>
+    <message>
+        <source>&amp;Minimize</source>
+        <translation>&amp;Minimieren</translation>
+    </message>
+    <message>
+        <source>&amp;Zoom</source>
+        <translation>&amp;Zoomen</translation>
     </message>
 </context>
 <context>
@@ -815,6 +979,17 @@ Er erscheint nach wenigen Sekunden links in der Liste.</translation>
     <message>
         <source>Click the lock to make changes.</source>
         <translation>Zum Bearbeiten auf das Schloss klicken.</translation>
+    </message>
+</context>
+<context>
+    <name>corvane::MainWindow</name>
+    <message>
+        <source>Exit &amp;Full Screen</source>
+        <translation>&amp;Vollbild beenden</translation>
+    </message>
+    <message>
+        <source>Enter &amp;Full Screen</source>
+        <translation>&amp;Vollbild</translation>
     </message>
 </context>
 <context>

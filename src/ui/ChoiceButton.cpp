@@ -1,4 +1,4 @@
-#include "ui/PageButton.h"
+#include "ui/ChoiceButton.h"
 
 #include <QStyleOptionToolButton>
 #include <QStylePainter>
@@ -10,7 +10,7 @@ namespace {
 constexpr int darkening = 130;
 }  // namespace
 
-void PageButton::paintEvent(QPaintEvent*) {
+void ChoiceButton::paintEvent(QPaintEvent*) {
   QStyleOptionToolButton option;
   initStyleOption(&option);
   if (isChecked() && isEnabled()) {
