@@ -5,22 +5,23 @@
 #include <vector>
 
 #include "CORVANE2Archive/ArchiveIndex.h"
-#include "FuzzScratch.h"
+#include "fuzz/Require.h"
+#include "fuzz/TakenText.h"
 
 using namespace corvane;
 
 namespace {
 
-constexpr std::string_view OpenTag = "<archive_file>";
-constexpr std::string_view CloseTag = "</archive_file>";
+constexpr std::string_view openTag = "<archive_file>";
+constexpr std::string_view closeTag = "</archive_file>";
 
 std::string expectedBlock(const std::string& text, const std::string& id) {
   const auto key = text.find("<file_id>" + id + "<");
   if (key == std::string::npos) return {};
-  const auto close = text.find(CloseTag, key);
-  const auto open = text.substr(0, key).rfind(OpenTag);
+  const auto close = text.find(closeTag, key);
+  const auto open = text.substr(0, key).rfind(openTag);
   if (close == std::string::npos || open == std::string::npos) return {};
-  return text.substr(open, close + CloseTag.size() - open);
+  return text.substr(open, close + closeTag.size() - open);
 }
 
 void checkLookup(const std::string& text, const std::string& id) {

@@ -5,13 +5,15 @@
 #include <vector>
 
 #include "CORVANE2Archive/CORVANE2Archive.h"
-#include "FuzzScratch.h"
+#include "fuzz/Require.h"
+#include "fuzz/ScratchFile.h"
+#include "fuzz/TakenText.h"
 
 using namespace corvane;
 
 namespace {
 
-constexpr std::size_t MostFiles = 6;
+constexpr std::size_t mostFiles = 6;
 
 struct RandomFile {
   std::string id;
@@ -51,7 +53,7 @@ std::string takeBytes(std::string_view& input) {
 
 std::vector<RandomFile> takeFiles(std::string_view input) {
   std::vector<RandomFile> files;
-  while (!input.empty() && files.size() < MostFiles) {
+  while (!input.empty() && files.size() < mostFiles) {
     // The number keeps ids apart while one may still be a prefix of another.
     auto id = std::to_string(files.size()) + storableText(input);
     auto version = storableText(input);

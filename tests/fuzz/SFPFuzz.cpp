@@ -1,7 +1,6 @@
 // Decodes any bytes as a driver's reply about a transceiver and as a dump of its memory.
 
 #include <cstdint>
-#include <cstdlib>
 #include <optional>
 #include <span>
 #include <stdexcept>
@@ -9,24 +8,20 @@
 
 #include "FibreChannelProtocol.h"
 #include "SFPDecoder.h"
-
-namespace {
+#include "fuzz/Require.h"
 
 using namespace corvane;
 
-void require(bool holds) {
-  if (!holds) std::abort();
-}
-
+namespace {
 void requireText(const std::optional<std::string>& text, bool set, size_t longest) {
-  require(text.has_value() == set);
-  require(!text || text->size() <= longest);
+  fuzz::require(text.has_value() == set, "a text is set as the result says");
+  fuzz::require(!text || text->size() <= longest, "a text fits its field");
 }
 
 void checkDescription(const SFPDescription& module) {
   const bool present = module.result != SFPResult::NoModule;
   const bool usable = module.result == SFPResult::Usable;
-  require(module.bitRate.has_value() == present);
+  fuzz::require(module.bitRate.has_value() == present, "a module that is present has a bit rate");
   requireText(module.Transceiver, present, 3);
   requireText(module.TransceiverCode, present, 23);
   requireText(module.Bitrate, present, 7);
@@ -44,16 +39,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::span<const uint8_t> bytes(data, size);
   try {
     checkDescription(decodeSFP(bytes));
-    require(size >= SfpInfoStruct::size - SfpInfoStruct::portIndex.width);
+    fuzz::require(size >= SfpInfoStruct::size - SfpInfoStruct::portIndex.width,
+                  "only a whole reply is decoded");
   } catch (const std::out_of_range&) {
-    require(size < SfpInfoStruct::size);
+    fuzz::require(size < SfpInfoStruct::size, "a whole reply is decoded");
   }
   try {
     const SFPDescription module = decodeSFP(sfpReplyForEEPROM(bytes));
-    require(module.result != SFPResult::NoModule);
+    fuzz::require(module.result != SFPResult::NoModule, "a dump is of a module that is present");
     checkDescription(module);
   } catch (const std::out_of_range&) {
-    require(size < SfpInfoStruct::eepromSize);
+    fuzz::require(size < SfpInfoStruct::eepromSize, "a whole dump is decoded");
   }
   return 0;
 }

@@ -4,7 +4,8 @@
 #include <cstdlib>
 
 #include "CORVANE2Archive/VelmarArchive.h"
-#include "FuzzScratch.h"
+#include "fuzz/Require.h"
+#include "fuzz/TakenText.h"
 
 using namespace corvane;
 

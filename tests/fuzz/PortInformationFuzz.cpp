@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <span>
 
 #include "CorvaneAPI.h"
@@ -11,18 +10,16 @@
 #include "fakes/FakeLog.h"
 #include "fakes/FakeUserClient.h"
 #include "fakes/ManualDispatch.h"
-
-namespace {
+#include "fuzz/Require.h"
 
 using namespace corvane;
 
-void require(bool holds) {
-  if (!holds) std::abort();
-}
-
+namespace {
 void checkMenu(const PopUpButton& menu) {
-  require(menu.selectedIndex().has_value() != !menu.plainValue().empty());
-  require(!menu.selectedIndex() || !menu.items()[*menu.selectedIndex()].hidden);
+  fuzz::require(menu.selectedIndex().has_value() == menu.plainValue().empty(),
+                "an item or a plain value");
+  fuzz::require(!menu.selectedIndex() || !menu.items()[*menu.selectedIndex()].hidden,
+                "the item shown is not hidden");
 }
 
 void showInMenus(const CorvaneAPI& port) {
@@ -58,9 +55,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   };
   CorvaneAPI port(userClient, dispatch, log);
   port.GetCorvaneInfoFunction(1);
-  require(port.WWNN.size() == 23 && port.WWPN.size() == 23);
-  require(port.fwVer.size() <= PortInfoStruct::firmwareVersion.width);
-  require(port.queueDepth != 0 && port.portSpeed != 1 && port.settingSpeed != 1);
+  fuzz::require(port.WWNN.size() == 23 && port.WWPN.size() == 23,
+                "names are eight pairs of digits");
+  fuzz::require(port.fwVer.size() <= PortInfoStruct::firmwareVersion.width,
+                "a version fits its field");
+  fuzz::require(port.queueDepth != 0 && port.portSpeed != 1 && port.settingSpeed != 1,
+                "values that no adapter has are replaced");
   showInMenus(port);
   return 0;
 }

@@ -9,7 +9,8 @@
 #include "CORVANE2Archive/ArchiveHeader.h"
 #include "CORVANE2Archive/CORVANE2Archive.h"
 #include "CORVANE2Archive/checksum.h"
-#include "FuzzScratch.h"
+#include "fuzz/Require.h"
+#include "fuzz/ScratchFile.h"
 
 using namespace corvane;
 
