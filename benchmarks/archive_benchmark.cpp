@@ -17,8 +17,8 @@ namespace {
 
 using namespace corvane;
 
-constexpr std::int64_t Smallest = 64 * 1024;
-constexpr std::int64_t Largest = 64 * 1024 * 1024;
+constexpr std::int64_t smallest = 64 * 1024;
+constexpr std::int64_t largest = 64 * 1024 * 1024;
 
 std::vector<std::uint8_t> randomBytes(std::int64_t count) {
   std::vector<std::uint8_t> bytes(static_cast<std::size_t>(count));
@@ -76,7 +76,7 @@ void checksumPass(benchmark::State& state) {
 
 void encodeInPieces(benchmark::State& state) {
   const auto bytes = randomBytes(state.range(0));
-  const auto piece = std::make_unique<char[]>(ChunkEncoder::PieceCapacity);
+  const auto piece = std::make_unique<char[]>(ChunkEncoder::pieceCapacity);
   for (auto _ : state) {
     ChunkEncoder encoder(bytes);
     while (encoder.next(piece.get()) > 0) benchmark::DoNotOptimize(piece.get());
@@ -108,7 +108,7 @@ void createPackage(benchmark::State& state) {
 void readVersion(benchmark::State& state) {
   BenchmarkPackage package(state.range(0));
   if (package.create() != ArchiveSuccess) state.SkipWithError("not created");
-  char version[ArchiveVersionCapacity];
+  char version[archiveVersionCapacity];
   for (auto _ : state) {
     if (CORVANE2Archive_Get_File_Version(package.path().c_str(), "emulex.grp", version) !=
         ArchiveSuccess) {
@@ -130,12 +130,12 @@ void extractFile(benchmark::State& state) {
   countBytes(state);
 }
 
-BENCHMARK(checksumPass)->Range(Smallest, Largest);
-BENCHMARK(encodeBare)->Range(Smallest, Largest);
-BENCHMARK(encodeInPieces)->Range(Smallest, Largest);
-BENCHMARK(createPackage)->Range(Smallest, Largest);
-BENCHMARK(readVersion)->Range(Smallest, Largest);
-BENCHMARK(extractFile)->Range(Smallest, Largest);
+BENCHMARK(checksumPass)->Range(smallest, largest);
+BENCHMARK(encodeBare)->Range(smallest, largest);
+BENCHMARK(encodeInPieces)->Range(smallest, largest);
+BENCHMARK(createPackage)->Range(smallest, largest);
+BENCHMARK(readVersion)->Range(smallest, largest);
+BENCHMARK(extractFile)->Range(smallest, largest);
 
 }  // namespace
 

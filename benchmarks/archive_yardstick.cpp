@@ -27,7 +27,7 @@ extern "C" {
 
 namespace {
 
-constexpr std::size_t TransferLength = 128 * 1024;
+constexpr std::size_t transferLength = 128 * 1024;
 
 double processorSeconds() {
   rusage usage{};
@@ -64,8 +64,8 @@ void readIntoMemory(const char* path, std::size_t size) {
 void writeThrough(const char* path, const std::vector<char>& bytes) {
   std::FILE* file = std::fopen(path, "wb");
   std::setvbuf(file, nullptr, _IONBF, 0);
-  for (std::size_t at = 0; at < bytes.size(); at += TransferLength) {
-    std::fwrite(bytes.data() + at, 1, std::min(TransferLength, bytes.size() - at), file);
+  for (std::size_t at = 0; at < bytes.size(); at += transferLength) {
+    std::fwrite(bytes.data() + at, 1, std::min(transferLength, bytes.size() - at), file);
   }
   std::fclose(file);
   std::remove(path);

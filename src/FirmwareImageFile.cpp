@@ -86,7 +86,7 @@ PackageVerification verifyFirmwarePackage(const std::string& packagePath) {
   if (fileSize(packagePath) >= firmwarePackageSizeLimit) {
     return {Result::TooLarge, ArchiveSuccess, ""};
   }
-  std::array<char, ArchiveVersionCapacity> version{};
+  std::array<char, archiveVersionCapacity> version{};
   const ArchiveStatus status =
       CORVANE2Archive_Get_File_Version(packagePath.c_str(), firmwareImageMember, version);
   if (status != ArchiveSuccess) return {Result::Refused, status, ""};

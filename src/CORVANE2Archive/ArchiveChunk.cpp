@@ -6,15 +6,15 @@ namespace corvane {
 
 namespace {
 
-constexpr std::size_t EncodedLineLength = 72;
-constexpr std::size_t BytesPerLine = EncodedLineLength / 4 * 3;
-constexpr std::size_t LinesPerPiece = 1024;
+constexpr std::size_t encodedLineLength = 72;
+constexpr std::size_t bytesPerLine = encodedLineLength / 4 * 3;
+constexpr std::size_t linesPerPiece = 1024;
 
 // Whole lines with their line feeds, and room for the final one.
-static_assert(LinesPerPiece * (EncodedLineLength + 1) + 1 <= ChunkEncoder::PieceCapacity);
+static_assert(linesPerPiece * (encodedLineLength + 1) + 1 <= ChunkEncoder::pieceCapacity);
 
 /// The library counts in int; longer chunks are decoded in several calls.
-constexpr std::size_t LongestCall = std::size_t{1} << 30;
+constexpr std::size_t longestCall = std::size_t{1} << 30;
 
 std::size_t decodePiece(std::string_view code, char* bytes, base64_decodestate& state) {
   return static_cast<std::size_t>(
@@ -35,7 +35,7 @@ ChunkEncoder::ChunkEncoder(std::span<const std::uint8_t> bytes) : rest_(bytes) {
 
 std::size_t ChunkEncoder::next(char* piece) {
   if (ended_) return 0;
-  const auto bytes = rest_.first(std::min(rest_.size(), LinesPerPiece * BytesPerLine));
+  const auto bytes = rest_.first(std::min(rest_.size(), linesPerPiece * bytesPerLine));
   rest_ = rest_.subspan(bytes.size());
   int used = base64_encode_block(reinterpret_cast<const char*>(bytes.data()),
                                  static_cast<int>(bytes.size()), piece, &state_);
@@ -52,7 +52,7 @@ ChunkDecoder::ChunkDecoder(std::string_view chunk) : rest_(chunk) {
 
 std::string_view ChunkDecoder::next() {
   while (!rest_.empty()) {
-    const auto code = takeFront(rest_, PieceLength);
+    const auto code = takeFront(rest_, pieceLength);
     const auto length = decodePiece(code, piece_.data(), state_);
     if (length > 0) return {piece_.data(), length};
   }
@@ -64,7 +64,7 @@ std::size_t decodeChunk(std::string_view chunk, char* bytes) {
   base64_init_decodestate(&state);
   std::size_t length = 0;
   while (!chunk.empty()) {
-    length += decodePiece(takeFront(chunk, LongestCall), bytes + length, state);
+    length += decodePiece(takeFront(chunk, longestCall), bytes + length, state);
   }
   return length;
 }

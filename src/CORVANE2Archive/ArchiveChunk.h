@@ -22,11 +22,11 @@ namespace corvane {
 class ChunkEncoder {
  public:
   /// How many characters a piece may have at most.
-  static constexpr std::size_t PieceCapacity = std::size_t{75} * 1024;
+  static constexpr std::size_t pieceCapacity = std::size_t{75} * 1024;
 
   explicit ChunkEncoder(std::span<const std::uint8_t> bytes);
 
-  /// Fills `piece`, of PieceCapacity characters, and returns how many it used;
+  /// Fills `piece`, of pieceCapacity characters, and returns how many it used;
   /// 0 when everything has been encoded.
   std::size_t next(char* piece);
 
@@ -48,12 +48,12 @@ class ChunkDecoder {
   std::string_view next();
 
  private:
-  static constexpr std::size_t PieceLength = std::size_t{64} * 1024;
+  static constexpr std::size_t pieceLength = std::size_t{64} * 1024;
 
   std::string_view rest_;
   base64_decodestate state_;
   // The library touches one byte behind the last one that it decodes.
-  std::array<char, PieceLength + 1> piece_;
+  std::array<char, pieceLength + 1> piece_;
 };
 
 /// Decodes a whole chunk into `bytes`, which is at least as long as the chunk and

@@ -11,20 +11,20 @@ namespace corvane {
 
 namespace {
 
-constexpr std::string_view Magic = "*VELARC*";
-constexpr std::string_view OpenMarker = "0000";
-constexpr char Scrambled = '1';
-constexpr char Reserved = '0';
+constexpr std::string_view packageMagic = "*VELARC*";
+constexpr std::string_view openMarker = "0000";
+constexpr char scrambledMark = '1';
+constexpr char reservedMark = '0';
 
 /// An even number of bytes, so that no word of the sum crosses two pieces.
-constexpr std::size_t PieceLength = std::size_t{64} * 1024;
+constexpr std::size_t longestPiece = std::size_t{64} * 1024;
 
 struct HeaderField {
   std::size_t offset;
   std::size_t length;
 };
 
-constexpr HeaderField HeaderFields[] = {
+constexpr HeaderField headerFields[] = {
     {offsetof(ArchiveHeader, magic), sizeof(ArchiveHeader::magic)},
     {offsetof(ArchiveHeader, scramble), sizeof(ArchiveHeader::scramble)},
     {offsetof(ArchiveHeader, reserved), sizeof(ArchiveHeader::reserved)},
@@ -41,23 +41,23 @@ std::uint64_t pieceSum(const char* piece, std::size_t length) {
 
 ArchiveHeader openHeader() {
   ArchiveHeader header;
-  std::copy(Magic.begin(), Magic.end(), header.magic);
-  header.scramble = Scrambled;
-  std::fill(std::begin(header.reserved), std::end(header.reserved), Reserved);
-  std::copy(OpenMarker.begin(), OpenMarker.end(), header.checksum);
+  std::copy(packageMagic.begin(), packageMagic.end(), header.magic);
+  header.scramble = scrambledMark;
+  std::fill(std::begin(header.reserved), std::end(header.reserved), reservedMark);
+  std::copy(openMarker.begin(), openMarker.end(), header.checksum);
   return header;
 }
 
 bool hasMagic(const ArchiveHeader& header) {
-  return std::equal(Magic.begin(), Magic.end(), std::begin(header.magic));
+  return std::equal(packageMagic.begin(), packageMagic.end(), std::begin(header.magic));
 }
 
 bool hasOpenMarker(const ArchiveHeader& header) {
-  return std::equal(OpenMarker.begin(), OpenMarker.end(), std::begin(header.checksum));
+  return std::equal(openMarker.begin(), openMarker.end(), std::begin(header.checksum));
 }
 
 bool isScrambled(const ArchiveHeader& header) {
-  return header.scramble == Scrambled;
+  return header.scramble == scrambledMark;
 }
 
 ChecksumField storedChecksum(const ArchiveHeader& header) {
@@ -89,7 +89,7 @@ ArchiveStatus readBody(ArchiveStream& archive, char* body, std::size_t length, b
   sum = 0;
   for (std::size_t done = 0; done < length;) {
     char* piece = body + done;
-    const std::size_t pieceLength = std::min(PieceLength, length - done);
+    const std::size_t pieceLength = std::min(longestPiece, length - done);
     if (!archive.read(piece, pieceLength)) return ArchiveShortRead;
     sum += pieceSum(piece, pieceLength);
     if (scrambled) complement(piece, pieceLength);
@@ -104,7 +104,7 @@ ArchiveStatus _save_Header(const char* path, const ArchiveHeader& header) {
   if (!archive) return ArchiveNotOpened;
   const auto* bytes = reinterpret_cast<const char*>(&header);
   ArchiveStatus status = ArchiveSuccess;
-  for (const auto& field : HeaderFields) {
+  for (const auto& field : headerFields) {
     if (!archive.write(bytes + field.offset, field.length)) status = ArchiveShortWrite;
   }
   return archive.close() ? status : ArchiveShortWrite;
@@ -115,7 +115,7 @@ ArchiveStatus _load_Header(const char* path, ArchiveHeader& header) {
   if (!archive) return ArchiveNotOpened;
   auto* bytes = reinterpret_cast<char*>(&header);
   ArchiveStatus status = ArchiveSuccess;
-  for (const auto& field : HeaderFields) {
+  for (const auto& field : headerFields) {
     if (!archive.seek(field.offset) || !archive.read(bytes + field.offset, field.length)) {
       status = ArchiveShortRead;
     }

@@ -11,7 +11,7 @@
 
 namespace corvane {
 
-inline constexpr std::size_t ArchiveHeaderSize = sizeof(ArchiveHeader);
+inline constexpr std::size_t archiveHeaderSize = sizeof(ArchiveHeader);
 
 using ChecksumField = std::array<std::uint8_t, sizeof(ArchiveHeader::checksum)>;
 

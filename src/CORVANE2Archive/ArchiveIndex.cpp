@@ -9,8 +9,8 @@ namespace corvane {
 
 namespace {
 
-constexpr std::string_view FileTag = "archive_file";
-constexpr std::string_view FileIdTag = "file_id";
+constexpr std::string_view fileTag = "archive_file";
+constexpr std::string_view fileIdTag = "file_id";
 constexpr auto npos = std::string_view::npos;
 
 /// A text to search for, in pieces, the first of which begins with "<". No base64
@@ -70,9 +70,9 @@ std::optional<std::string_view> listBlock(std::string_view text, std::string_vie
 }
 
 std::optional<std::string_view> takeFileBlock(std::string_view& remaining) {
-  const auto open = findFirst(remaining, {"<", FileTag, ">"});
+  const auto open = findFirst(remaining, {"<", fileTag, ">"});
   if (open == npos) return std::nullopt;
-  const Pattern closeTag{"</", FileTag, ">"};
+  const Pattern closeTag{"</", fileTag, ">"};
   const auto close = findFirst(remaining, closeTag, open);
   const auto end = close == npos ? remaining.size() : close + patternLength(closeTag);
   const auto block = remaining.substr(open, end - open);
@@ -81,7 +81,7 @@ std::optional<std::string_view> takeFileBlock(std::string_view& remaining) {
 }
 
 ArchiveStatus readMember(std::string_view block, ArchiveMember& member) {
-  const auto id = elementText(block, FileIdTag);
+  const auto id = elementText(block, fileIdTag);
   const auto version = elementText(block, "file_version");
   const auto description = elementText(block, "file_description");
   const auto name = elementText(block, "file_name");
@@ -96,13 +96,13 @@ ArchiveStatus readMember(std::string_view block, ArchiveMember& member) {
 }
 
 ArchiveStatus findMember(std::string_view text, std::string_view fileId, ArchiveMember& member) {
-  const auto block = listBlock(text, FileTag, FileIdTag, fileId);
+  const auto block = listBlock(text, fileTag, fileIdTag, fileId);
   return block ? readMember(*block, member) : ArchiveFileIdNotFound;
 }
 
 std::uint64_t countFileBlocks(std::string_view text) {
   std::uint64_t count = 0;
-  const Pattern openTag{"<", FileTag, ">"};
+  const Pattern openTag{"<", fileTag, ">"};
   for (auto at = findFirst(text, openTag); at != npos; at = findFirst(text, openTag, at + 1)) {
     ++count;
   }

@@ -18,12 +18,12 @@ namespace {
 ArchiveStatus readPackage(ArchiveStream& archive, char* text, std::size_t size,
                           const ArchiveProgress& progress) {
   ArchiveHeader header;
-  if (size < ArchiveHeaderSize || !archive.read(&header, ArchiveHeaderSize)) {
+  if (size < archiveHeaderSize || !archive.read(&header, archiveHeaderSize)) {
     return ArchiveShortRead;
   }
-  std::memcpy(text, &header, ArchiveHeaderSize);
+  std::memcpy(text, &header, archiveHeaderSize);
   std::uint64_t sum = 0;
-  const auto status = readBody(archive, text + ArchiveHeaderSize, size - ArchiveHeaderSize,
+  const auto status = readBody(archive, text + archiveHeaderSize, size - archiveHeaderSize,
                                isScrambled(header), sum, progress);
   if (status != ArchiveSuccess) return status;
   if (checksumField(sum) != storedChecksum(header)) return ArchiveChecksumMismatch;

@@ -14,10 +14,10 @@ namespace corvane {
 
 namespace {
 
-constexpr std::string_view Tail = "</velmar_archive>";
+constexpr std::string_view packageTail = "</velmar_archive>";
 
 /// More than the tags of any one piece of index text need.
-constexpr std::size_t TagAllowance = 1024;
+constexpr std::size_t tagAllowance = 1024;
 
 std::string_view textOf(const char* text) {
   return text == nullptr ? std::string_view() : text;
@@ -78,7 +78,7 @@ class BodyWriter {
 
 std::size_t longestSegment(const ArchiveFile& file) {
   return textOf(file.id).size() + textOf(file.version).size() + textOf(file.description).size() +
-         textOf(file.name).size() + TagAllowance;
+         textOf(file.name).size() + tagAllowance;
 }
 
 /// Whether files may be added to `path`. A file too short for a header is no open
@@ -115,7 +115,7 @@ ArchiveStatus appendTail(const char* path, char* segment) {
   ArchiveStream archive(path, "ab");
   if (!archive) return ArchiveNotOpened;
   BodyWriter body(archive, segment);
-  body.writeText({Tail});
+  body.writeText({packageTail});
   return body.finish();
 }
 
@@ -135,10 +135,10 @@ ArchiveStatus surveyBody(const char* path, BodySurvey& survey, const ArchiveProg
   auto archive = ArchiveStream::forReading(path);
   if (!archive) return ArchiveNotOpened;
   const auto size = archive.measure();
-  if (!size || *size < ArchiveHeaderSize || !archive.seek(ArchiveHeaderSize)) {
+  if (!size || *size < archiveHeaderSize || !archive.seek(archiveHeaderSize)) {
     return ArchiveShortRead;
   }
-  const std::size_t length = *size - ArchiveHeaderSize;
+  const std::size_t length = *size - archiveHeaderSize;
   const auto body = allocateZeroed(length);
   if (!body) return ArchiveOutOfMemory;
   const auto status = readBody(archive, body.get(), length, true, survey.sum, progress);
@@ -152,7 +152,7 @@ ArchiveStatus surveyBody(const char* path, BodySurvey& survey, const ArchiveProg
 ArchiveStatus VelmarArchive_create_begin(const char* path, const ArchiveInfo& info) {
   const auto id = textOf(info.id);
   const auto version = textOf(info.version);
-  const auto segment = allocateZeroed(id.size() + version.size() + TagAllowance);
+  const auto segment = allocateZeroed(id.size() + version.size() + tagAllowance);
   if (!segment) return ArchiveOutOfMemory;
   const auto saved = _save_Header(path, openHeader());
   if (saved != ArchiveSuccess) return saved;
@@ -168,7 +168,7 @@ ArchiveStatus VelmarArchive_create_begin(const char* path, const ArchiveInfo& in
 ArchiveStatus VelmarArchive_add(const char* path, const ArchiveFile& file,
                                 const ArchiveProgress& progress) {
   const auto segment = allocateZeroed(longestSegment(file));
-  const auto code = allocateZeroed(ChunkEncoder::PieceCapacity);
+  const auto code = allocateZeroed(ChunkEncoder::pieceCapacity);
   if (!segment || !code) return ArchiveOutOfMemory;
   const auto open = requireOpenPackage(path);
   if (open != ArchiveSuccess) return open;
@@ -183,7 +183,7 @@ ArchiveStatus VelmarArchive_add(const char* path, const ArchiveFile& file,
 }
 
 ArchiveStatus VelmarArchive_create_end(const char* path, const ArchiveProgress& progress) {
-  const auto segment = allocateZeroed(Tail.size());
+  const auto segment = allocateZeroed(packageTail.size());
   if (!segment) return ArchiveOutOfMemory;
   const auto open = requireOpenPackage(path);
   if (open != ArchiveSuccess) return open;

@@ -14,7 +14,7 @@
 namespace corvane {
 
 /// Bytes that callers keep for a version text, terminator included.
-inline constexpr std::size_t ArchiveVersionCapacity = 32;
+inline constexpr std::size_t archiveVersionCapacity = 32;
 
 /// What an extraction came to, in bytes.
 struct ArchiveExtraction {

@@ -7,7 +7,7 @@ namespace corvane {
 namespace {
 
 /// The low bytes of so many bytes cannot overflow 32 bits.
-constexpr std::uint64_t BytesThatFit = std::uint64_t{2} * 65536;
+constexpr std::uint64_t bytesThatFit = std::uint64_t{2} * 65536;
 
 }  // namespace
 
@@ -22,7 +22,7 @@ std::uint64_t VerifyEEPROM16BitCheckSum(const std::uint8_t* buffer, std::uint64_
   // that the compiler can use wide registers.
   std::uint64_t sum = 0;
   for (std::uint64_t index = start; index < end;) {
-    const std::uint64_t stop = std::min(end, index + BytesThatFit);
+    const std::uint64_t stop = std::min(end, index + bytesThatFit);
     std::uint32_t low = 0;
     std::uint32_t high = 0;
     for (; index < stop; index += 2) {

@@ -19,7 +19,7 @@ namespace {
 using nlohmann::ordered_json;
 
 /// Enough for any version that a person would print; packages may hold longer ones.
-constexpr std::size_t PrintedVersionCapacity = 4096;
+constexpr std::size_t printedVersionCapacity = 4096;
 
 struct ArchiveArguments {
   std::string package;
@@ -92,7 +92,7 @@ void extractFile(CommandContext& context, const ArchiveArguments& arguments) {
 }
 
 void printVersion(CommandContext& context, const ArchiveArguments& arguments) {
-  std::array<char, PrintedVersionCapacity> version{};
+  std::array<char, printedVersionCapacity> version{};
   ArchiveStatus status = ArchiveSuccess;
   {
     PackageProgress progress(context, "reading", packageSize(arguments.package));

@@ -16,7 +16,7 @@ namespace {
 
 using nlohmann::json;
 
-constexpr const char* ManifestHint =
+constexpr const char* manifestHint =
     "A manifest is {\"id\",\"version\",\"files\":[{\"id\",\"version\",\"description\",\"name\","
     "\"path\"}]}, all of them texts but the list.";
 
@@ -36,14 +36,14 @@ class ManifestReader {
 
  private:
   [[noreturn]] void refuse(const std::string& reason) const {
-    throw CommandFailure(ExitStatus::Failed, path_.string(), reason, ManifestHint);
+    throw CommandFailure(ExitStatus::Failed, path_.string(), reason, manifestHint);
   }
 
   json parse() const {
     std::error_code error;
     if (!std::filesystem::exists(path_, error)) {
       throw CommandFailure(ExitStatus::NotFound, path_.string(), "there is no such manifest",
-                           ManifestHint);
+                           manifestHint);
     }
     std::ifstream stream(path_, std::ios::binary);
     try {

@@ -12,10 +12,10 @@ namespace {
 using nlohmann::ordered_json;
 
 /// Smaller packages are done before anybody could look.
-constexpr std::uint64_t LargePackage = std::uint64_t{8} * 1024 * 1024;
+constexpr std::uint64_t largePackage = std::uint64_t{8} * 1024 * 1024;
 
 /// Ids come from packages, which may be made to flood a terminal.
-constexpr std::size_t LongestQuotedId = 80;
+constexpr std::size_t longestQuotedId = 80;
 
 const char* hintFor(ArchiveStatus status) {
   switch (status) {
@@ -68,8 +68,8 @@ void printStatusAnswer(CommandContext& context, const ordered_json& fields) {
 }
 
 std::string quotedId(std::string_view fileId) {
-  if (fileId.size() <= LongestQuotedId) return fmt::format("\"{}\"", fileId);
-  return fmt::format("\"{}...\"", fileId.substr(0, LongestQuotedId));
+  if (fileId.size() <= longestQuotedId) return fmt::format("\"{}\"", fileId);
+  return fmt::format("\"{}...\"", fileId.substr(0, longestQuotedId));
 }
 
 std::string sizeProblem(std::string_view fileId, std::uint64_t decoded, std::int32_t claimed) {
@@ -85,7 +85,7 @@ std::uint64_t packageSize(const std::string& path) {
 
 PackageProgress::PackageProgress(CommandContext& context, const std::string& label,
                                  std::uint64_t packageBytes)
-    : bar_(context, label), large_(packageBytes >= LargePackage) {}
+    : bar_(context, label), large_(packageBytes >= largePackage) {}
 
 void PackageProgress::show(std::uint64_t done, std::uint64_t total) {
   if (large_) bar_.show(done, total);

@@ -14,7 +14,7 @@ namespace {
 
 using nlohmann::ordered_json;
 
-constexpr int ProgressWidth = 40;
+constexpr int progressWidth = 40;
 
 bool isControl(unsigned char byte) {
   return byte < 0x20 || byte == 0x7F;
@@ -270,9 +270,9 @@ void ProgressBar::show(std::uint64_t done, std::uint64_t total) {
           : static_cast<int>(static_cast<double>(reached) * 100.0 / static_cast<double>(total));
   if (percent <= shownPercent_) return;
   shownPercent_ = percent;
-  const auto filled = static_cast<std::size_t>(percent * ProgressWidth / 100);
+  const auto filled = static_cast<std::size_t>(percent * progressWidth / 100);
   context_.err << fmt::format("\r{} [{:<{}}] {:3}%", label_, std::string(filled, '#'),
-                              ProgressWidth, percent)
+                              progressWidth, percent)
                << std::flush;
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int MostAttempts = 100;
+constexpr int mostAttempts = 100;
 
 fs::path stagingName(const fs::path& destination, int attempt) {
   const auto suffix = ".partial-" + std::to_string(getpid()) + "-" + std::to_string(attempt);
@@ -21,7 +21,7 @@ fs::path stagingName(const fs::path& destination, int attempt) {
 
 /// Creates a file that was not there; a link planted under its name is not followed.
 std::string createBeside(const fs::path& destination) {
-  for (int attempt = 0; attempt < MostAttempts; ++attempt) {
+  for (int attempt = 0; attempt < mostAttempts; ++attempt) {
     auto name = stagingName(destination, attempt).string();
     const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
     if (file >= 0) {

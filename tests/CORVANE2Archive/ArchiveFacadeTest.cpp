@@ -144,7 +144,7 @@ TEST_F(ArchiveFacadeTest, ForeignCharactersInAChunkAreSkipped) {
 }
 
 TEST_F(ArchiveFacadeTest, VersionIsCopiedAndTerminated) {
-  std::array<char, ArchiveVersionCapacity> version;
+  std::array<char, archiveVersionCapacity> version;
   version.fill('?');
   ASSERT_EQ(
       CORVANE2Archive_Get_File_Version(dataPath("two-files.pkg").c_str(), "emulex.grp", version),
@@ -155,10 +155,10 @@ TEST_F(ArchiveFacadeTest, VersionIsCopiedAndTerminated) {
 TEST_F(ArchiveFacadeTest, VersionOfAnyLengthStaysInTheBuffer) {
   for (const std::size_t length : {30u, 31u, 32u, 33u, 5000u}) {
     ASSERT_EQ(compress({{"a", std::string(length, 'v'), "", "", ""}}, 1), 0u);
-    std::array<char, ArchiveVersionCapacity + 1> version;
+    std::array<char, archiveVersionCapacity + 1> version;
     version.fill('?');
     ASSERT_EQ(CORVANE2Archive_Get_File_Version(path.c_str(), "a",
-                                               std::span(version).first<ArchiveVersionCapacity>()),
+                                               std::span(version).first<archiveVersionCapacity>()),
               0u);
     EXPECT_EQ(version.data(), std::string(std::min<std::size_t>(length, 31), 'v'));
     EXPECT_EQ(version.back(), '?');
@@ -170,7 +170,7 @@ TEST_F(ArchiveFacadeTest, VersionIntoNoBufferIsOnlyTheStatus) {
 }
 
 TEST_F(ArchiveFacadeTest, FailedVersionLeavesTheBufferUntouched) {
-  std::array<char, ArchiveVersionCapacity> version;
+  std::array<char, archiveVersionCapacity> version;
   version.fill('?');
   const auto untouched = version;
   const std::pair<const char*, std::uint32_t> cases[] = {

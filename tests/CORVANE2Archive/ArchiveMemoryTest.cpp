@@ -100,7 +100,7 @@ TEST_F(ArchiveMemoryTest, FacadeReportsEveryFailedAllocation) {
   EXPECT_GT(eachAllocationFailing(
                 [&] { return CORVANE2Archive_Decompress(package.c_str(), "emulex", out.c_str()); }),
             0);
-  char version[ArchiveVersionCapacity] = {};
+  char version[archiveVersionCapacity] = {};
   EXPECT_GT(eachAllocationFailing([&] {
               return CORVANE2Archive_Get_File_Version(package.c_str(), "emulex", version);
             }),

@@ -16,7 +16,7 @@ class ShippedPackagesTest : public testing::Test {
   ~ShippedPackagesTest() override { std::filesystem::remove(image); }
 
   ArchiveStatus verify(const std::string& name) {
-    std::array<char, ArchiveVersionCapacity> text{};
+    std::array<char, archiveVersionCapacity> text{};
     const ArchiveStatus status =
         CORVANE2Archive_Get_File_Version(path(name).c_str(), firmwareImageMember, text);
     version = text.data();

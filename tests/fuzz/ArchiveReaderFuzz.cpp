@@ -58,7 +58,7 @@ void extract(const std::string& path) {
 }
 
 void readVersion(const std::string& path) {
-  char version[ArchiveVersionCapacity];
+  char version[archiveVersionCapacity];
   std::memset(version, '?', sizeof version);
   if (CORVANE2Archive_Get_File_Version(path.c_str(), "emulex.grp", version) == ArchiveSuccess) {
     fuzz::require(std::memchr(version, '\0', sizeof version) != nullptr, "version is terminated");
