@@ -9,30 +9,11 @@
 #include <string>
 #include <vector>
 
+#include "TemporaryFolder.h"
 #include "platform/Paths.h"
 #include "platform/Shell.h"
 
 namespace corvane {
-
-/// A folder of its own that goes with the object.
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "corvane-test-XXXXXX").string();
-    path_ = mkdtemp(pattern.data());
-  }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-
-  const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
 
 /// A shell that runs nothing: it keeps the command lines and writes what the test gave for the
 /// command before the redirection into the scratch file, as the redirection would.

@@ -24,8 +24,8 @@ class ArchiveFacadeTest : public testing::Test {
   }
 
   TemporaryFolder folder;
-  std::string path = folder.path("a.pkg");
-  std::string out = folder.path("out.bin");
+  std::string path = folder.file("a.pkg");
+  std::string out = folder.file("out.bin");
   ArchiveExtraction extraction;
 };
 
@@ -49,7 +49,7 @@ TEST_F(ArchiveFacadeTest, CompressOfNoFilesIsAValidPackage) {
 }
 
 TEST_F(ArchiveFacadeTest, CompressStopsAtTheFirstFailure) {
-  path = folder.path("no/such.pkg");
+  path = folder.file("no/such.pkg");
   EXPECT_EQ(compress({goldenNotesFile()}, 1), 257u);
   path = "/dev/full";
   EXPECT_EQ(compress({goldenNotesFile()}, 1), 260u);
@@ -81,16 +81,16 @@ TEST_F(ArchiveFacadeTest, DecompressOfADamagedPackageLeavesTheOutputAlone) {
   writeFile(out, "before");
   path = dataPath("after-add.pkg");
   EXPECT_EQ(decompress("emulex.grp"), 19u);
-  path = folder.path("missing.pkg");
+  path = folder.file("missing.pkg");
   EXPECT_EQ(decompress("emulex.grp"), 257u);
   EXPECT_EQ(readFile(out), "before");
 }
 
 TEST_F(ArchiveFacadeTest, DecompressReportsAnOutputThatCannotBeCreated) {
   path = dataPath("two-files.pkg");
-  out = folder.path("no/such/out.bin");
+  out = folder.file("no/such/out.bin");
   EXPECT_EQ(decompress("emulex.grp"), 256u);
-  out = folder.path("");
+  out = folder.file("");
   EXPECT_EQ(decompress("emulex.grp"), 256u);
   EXPECT_EQ(decompress("absent"), 17u) << "the id is looked up before the output is created";
 }

@@ -10,29 +10,9 @@
 #include <vector>
 
 #include "CORVANE2Archive/VelmarArchive.h"
+#include "TemporaryFolder.h"
 
 namespace corvane::archivetest {
-
-/// A folder of its own, gone with the scope.
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "archive-test-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    folder_ = pattern;
-  }
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-  }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-  std::string path(std::string_view name) const { return (folder_ / name).string(); }
-
- private:
-  std::filesystem::path folder_;
-};
 
 inline std::string readFile(const std::string& path) {
   std::ifstream stream(path, std::ios::binary);

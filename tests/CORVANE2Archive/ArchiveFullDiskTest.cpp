@@ -33,7 +33,7 @@ class LimitedDisk {
 class ArchiveFullDiskTest : public testing::Test {
  protected:
   TemporaryFolder folder;
-  std::string path = folder.path("a.pkg");
+  std::string path = folder.file("a.pkg");
 };
 
 TEST_F(ArchiveFullDiskTest, BeginReportsEveryPointAtWhichTheDiskIsFull) {

@@ -20,7 +20,7 @@ std::string bytesOfHeader(const ArchiveHeader& header) {
 class ArchiveHeaderTest : public testing::Test {
  protected:
   TemporaryFolder folder;
-  std::string path = folder.path("a.pkg");
+  std::string path = folder.file("a.pkg");
 };
 
 TEST_F(ArchiveHeaderTest, FieldsLieWhereTheFormatHasThem) {
@@ -42,8 +42,8 @@ TEST_F(ArchiveHeaderTest, SaveWritesTheRecordAndEmptiesTheFile) {
 }
 
 TEST_F(ArchiveHeaderTest, SaveReportsAPathThatCannotBeOpened) {
-  EXPECT_EQ(_save_Header(folder.path("no/such/a.pkg").c_str(), openHeader()), 257u);
-  EXPECT_EQ(_save_Header(folder.path("").c_str(), openHeader()), 257u);
+  EXPECT_EQ(_save_Header(folder.file("no/such/a.pkg").c_str(), openHeader()), 257u);
+  EXPECT_EQ(_save_Header(folder.file("").c_str(), openHeader()), 257u);
 }
 
 TEST_F(ArchiveHeaderTest, SaveReportsAShortWrite) {
@@ -77,8 +77,8 @@ TEST_F(ArchiveHeaderTest, LoadStillReadsTheFieldsThatAreThere) {
 
 TEST_F(ArchiveHeaderTest, LoadReportsWhatCannotBeOpened) {
   ArchiveHeader header = {};
-  EXPECT_EQ(_load_Header(folder.path("missing").c_str(), header), 257u);
-  EXPECT_EQ(_load_Header(folder.path("").c_str(), header), 257u);
+  EXPECT_EQ(_load_Header(folder.file("missing").c_str(), header), 257u);
+  EXPECT_EQ(_load_Header(folder.file("").c_str(), header), 257u);
 }
 
 TEST_F(ArchiveHeaderTest, MagicAndMarkerAreComparedWhole) {
@@ -111,7 +111,7 @@ TEST_F(ArchiveHeaderTest, StampTouchesTheChecksumFieldAlone) {
   writeFile(path, headerBytes("0000") + "body");
   EXPECT_EQ(stampChecksum(path.c_str(), {'a', 'b', 'c', 'd'}), 0u);
   EXPECT_EQ(readFile(path), headerBytes("abcd") + "body");
-  EXPECT_EQ(stampChecksum(folder.path("missing").c_str(), {1, 1, 1, 1}), 257u);
+  EXPECT_EQ(stampChecksum(folder.file("missing").c_str(), {1, 1, 1, 1}), 257u);
   EXPECT_EQ(stampChecksum("/dev/full", {1, 1, 1, 1}), 260u);
 }
 

@@ -37,8 +37,8 @@ class ArchiveHostileTest : public testing::Test {
   }
 
   TemporaryFolder folder;
-  std::string path = folder.path("a.pkg");
-  std::string out = folder.path("out");
+  std::string path = folder.file("a.pkg");
+  std::string out = folder.file("out");
 };
 
 TEST_F(ArchiveHostileTest, TruncationAtEveryByteIsNoticed) {

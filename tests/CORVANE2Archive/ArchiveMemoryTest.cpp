@@ -42,7 +42,7 @@ class ArchiveMemoryTest : public testing::Test {
   }
 
   TemporaryFolder folder;
-  std::string path = folder.path("a.pkg");
+  std::string path = folder.file("a.pkg");
 };
 
 TEST_F(ArchiveMemoryTest, WriterReportsEveryFailedAllocationAndWritesNothing) {
@@ -96,7 +96,7 @@ TEST_F(ArchiveMemoryTest, ElementReportsAFailedAllocation) {
 
 TEST_F(ArchiveMemoryTest, FacadeReportsEveryFailedAllocation) {
   const auto package = dataPath("two-files.pkg");
-  const auto out = folder.path("out");
+  const auto out = folder.file("out");
   EXPECT_GT(eachAllocationFailing(
                 [&] { return CORVANE2Archive_Decompress(package.c_str(), "emulex", out.c_str()); }),
             0);

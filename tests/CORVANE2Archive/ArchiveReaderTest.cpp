@@ -34,7 +34,7 @@ class ArchiveReaderTest : public testing::Test {
   }
 
   TemporaryFolder folder;
-  std::string path = folder.path("a.pkg");
+  std::string path = folder.file("a.pkg");
   char* text = nullptr;
   ArchiveInfo info;
   ArchiveFile file;
@@ -111,9 +111,9 @@ TEST_F(ArchiveReaderTest, CountThatIsNoNumberIsZero) {
 }
 
 TEST_F(ArchiveReaderTest, PathsThatCannotBeOpened) {
-  EXPECT_EQ(readPath(folder.path("missing")), 257u);
+  EXPECT_EQ(readPath(folder.file("missing")), 257u);
   EXPECT_EQ(text, nullptr);
-  EXPECT_EQ(readPath(folder.path("")), 257u);
+  EXPECT_EQ(readPath(folder.file("")), 257u);
   EXPECT_EQ(text, nullptr);
 }
 

@@ -21,7 +21,7 @@ class ArchiveWriterTest : public testing::Test {
   std::string writtenIndex() const { return complemented(readFile(path).substr(64)); }
 
   TemporaryFolder folder;
-  std::string path = folder.path("a.pkg");
+  std::string path = folder.file("a.pkg");
 };
 
 TEST_F(ArchiveWriterTest, EachCallLeavesTheBytesOfTheFormat) {
@@ -120,9 +120,9 @@ TEST_F(ArchiveWriterTest, PathsThatCannotBeOpened) {
   EXPECT_EQ(add(goldenNotesFile()), 257u);
   EXPECT_EQ(end(), 257u);
   EXPECT_FALSE(std::filesystem::exists(path));
-  path = folder.path("no/such/folder.pkg");
+  path = folder.file("no/such/folder.pkg");
   EXPECT_EQ(begin("a", "b", 0), 257u);
-  path = folder.path("");
+  path = folder.file("");
   EXPECT_EQ(begin("a", "b", 0), 257u);
   EXPECT_EQ(add(goldenNotesFile()), 257u);
   EXPECT_EQ(end(), 257u);
@@ -191,16 +191,16 @@ TEST_F(ArchiveWriterTest, SumBeyond32BitsIsStampedWithItsLowBits) {
   }
   ASSERT_GT(sum, std::uint64_t{0xFFFF'FFFF});
   EXPECT_EQ(written.substr(60, 4), checksumBytes(written.substr(64)));
-  EXPECT_EQ(CORVANE2Archive_Decompress(path.c_str(), "big", folder.path("out").c_str()), 0u);
-  EXPECT_EQ(readFile(folder.path("out")), bytes);
+  EXPECT_EQ(CORVANE2Archive_Decompress(path.c_str(), "big", folder.file("out").c_str()), 0u);
+  EXPECT_EQ(readFile(folder.file("out")), bytes);
 }
 
 TEST_F(ArchiveWriterTest, LinksAndPermissionsSurviveTheClosing) {
   ASSERT_EQ(begin("EMPTY", "0", 0), 0u);
   std::filesystem::permissions(path, std::filesystem::perms::owner_all);
-  std::filesystem::create_symlink(path, folder.path("link"));
+  std::filesystem::create_symlink(path, folder.file("link"));
   const auto target = path;
-  path = folder.path("link");
+  path = folder.file("link");
   ASSERT_EQ(end(), 0u);
   EXPECT_TRUE(std::filesystem::is_symlink(path));
   EXPECT_EQ(std::filesystem::status(target).permissions(), std::filesystem::perms::owner_all);

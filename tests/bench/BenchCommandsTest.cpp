@@ -12,6 +12,7 @@
 #include <sstream>
 #include <thread>
 
+#include "TemporaryFolder.h"
 #include "cli/BenchServer.h"
 #include "cli/CommandOutput.h"
 #include "platform/bench/BenchDemo.h"
@@ -33,14 +34,6 @@ struct BenchCommandRun {
 
 class BenchCommandsTest : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string pattern = testing::TempDir() + "bench-commands-XXXXXX";
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    folder_ = pattern;
-    bench_ = folder_ + "/machine.json";
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
   static BenchCommandRun run(const std::vector<std::string>& arguments) {
     std::istringstream in;
     std::ostringstream answer;
@@ -75,8 +68,9 @@ class BenchCommandsTest : public testing::Test {
     return text.str();
   }
 
-  std::string folder_;
-  std::string bench_;
+  const TemporaryFolder temporary_;
+  const std::string folder_ = temporary_.path().string();
+  const std::string bench_ = folder_ + "/machine.json";
 };
 
 }  // namespace

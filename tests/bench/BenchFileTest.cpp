@@ -12,6 +12,8 @@
 #include <thread>
 
 #include "platform/bench/BenchProducts.h"
+#include "ArbitratedLoopAddresses.h"
+#include "TemporaryFolder.h"
 
 using namespace corvane;
 
@@ -19,13 +21,6 @@ namespace {
 
 class BenchFileTest : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string pattern = testing::TempDir() + "bench-file-XXXXXX";
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    folder_ = pattern;
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
   std::string path(const std::string& name = "machine.json") const { return folder_ + "/" + name; }
 
   BenchFile written(const std::string& text) const {
@@ -43,7 +38,8 @@ class BenchFileTest : public testing::Test {
     return BenchFileError(BenchFileError::Kind::Misfit, "", 0, "", "");
   }
 
-  std::string folder_;
+  const TemporaryFolder temporary_;
+  const std::string folder_ = temporary_.path().string();
 };
 
 constexpr const char* smallBench = R"({

@@ -5,22 +5,18 @@
 #include <filesystem>
 #include <fstream>
 
+#include "TemporaryFolder.h"
+
 using namespace corvane;
 
 namespace {
 
 class BenchFolderTest : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string pattern = testing::TempDir() + "bench-folder-XXXXXX";
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    place_ = pattern;
-  }
-  void TearDown() override { std::filesystem::remove_all(place_); }
-
   BenchFolder folder() const { return BenchFolder(BenchFile(place_ + "/machine.json")); }
 
-  std::string place_;
+  const TemporaryFolder temporary_;
+  const std::string place_ = temporary_.path().string();
 };
 
 }  // namespace

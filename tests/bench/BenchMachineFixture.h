@@ -8,6 +8,7 @@
 #include <string>
 #include <thread>
 
+#include "TemporaryFolder.h"
 #include "platform/Log.h"
 #include "platform/bench/BenchMachine.h"
 
@@ -40,16 +41,7 @@ class BenchTestLog final : public Log {
 /// A bench in a folder of the test's own, with a clock that the test moves.
 class BenchMachineFixture : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string pattern = testing::TempDir() + "bench-XXXXXX";
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    folder_ = pattern;
-  }
-
-  void TearDown() override {
-    machine_.reset();
-    std::filesystem::remove_all(folder_);
-  }
+  void TearDown() override { switchOff(); }
 
   std::string path() const { return folder_ + "/machine.json"; }
 
@@ -63,19 +55,27 @@ class BenchMachineFixture : public testing::Test {
     return *machine_;
   }
 
+  /// Switches the computer off and takes its bench away; another one may be switched on then.
+  void switchOff() {
+    machine_.reset();
+    std::filesystem::remove(path());
+  }
+
   void change(const std::function<void(BenchState&)>& change) const { file().update(change); }
 
   /// Waits, within a generous bound, for what another thread is to bring about.
   static bool eventually(const std::function<bool()>& holds) {
-    constexpr auto pause = std::chrono::milliseconds(1);
-    for (int attempt = 0; attempt < 20000; ++attempt) {
-      if (holds()) return true;
+    constexpr std::chrono::milliseconds pause{1};
+    const auto patience = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    while (!holds()) {
+      if (std::chrono::steady_clock::now() > patience) return false;
       std::this_thread::sleep_for(pause);
     }
-    return false;
+    return true;
   }
 
-  std::string folder_;
+  const TemporaryFolder temporary_;
+  const std::string folder_ = temporary_.path().string();
   std::atomic<int64_t> clock_{1000000};
   BenchTestLog log_;
   std::unique_ptr<BenchMachine> machine_;

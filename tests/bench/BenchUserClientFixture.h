@@ -58,7 +58,10 @@ class BenchUserClientFixture : public BenchMachineFixture {
     service_ = findService(0);
   }
 
-  void TearDown() override {
+  void TearDown() override { end(); }
+
+  /// Ends what begin() began, with everything given back; it may be begun anew then.
+  void end() {
     if (registry_) {
       for (const RegistryHandle service : found_) registry_->release(service);
       EXPECT_EQ(registry_->referenceCount(), 0U);
@@ -68,7 +71,8 @@ class BenchUserClientFixture : public BenchMachineFixture {
     }
     client_.reset();
     registry_.reset();
-    BenchMachineFixture::TearDown();
+    found_.clear();
+    switchOff();
   }
 
   RegistryHandle findService(size_t number) {

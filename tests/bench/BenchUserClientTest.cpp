@@ -138,9 +138,7 @@ TEST_F(BenchUserClientTest, EachModelTakesItsOwnSpeeds) {
       const int64_t configured = speed == 1 ? 0 : static_cast<int64_t>(speed);
       EXPECT_EQ(port().speed, isTaken ? configured : before);
     }
-    TearDown();
-    found_.clear();
-    SetUp();
+    end();
   }
 }
 
@@ -166,9 +164,7 @@ TEST_F(BenchUserClientTest, ThereIsNoLoopOn16GModels) {
     begin(product);
     EXPECT_EQ(call(5, {0, 1}), statusUnsupported) << product;
     EXPECT_EQ(call(5, {0, 0}), statusSuccess) << product;
-    TearDown();
-    found_.clear();
-    SetUp();
+    end();
   }
 }
 

@@ -47,15 +47,15 @@ class ArchiveCommandTest : public testing::Test {
   }
 
   std::string writeManifest(const ordered_json& document) {
-    const auto manifest = folder.path("manifest.json");
+    const auto manifest = folder.file("manifest.json");
     writeFile(manifest, document.dump());
     return manifest;
   }
 
   /// The manifest of two-files.pkg.
   ordered_json goldenManifest() {
-    writeFile(folder.path("image.bin"), goldenImage());
-    writeFile(folder.path("notes.txt"), "ok");
+    writeFile(folder.file("image.bin"), goldenImage());
+    writeFile(folder.file("notes.txt"), "ok");
     return ordered_json::parse(R"({"id":"CORVANE2","version":"1.0","files":[
         {"id":"emulex.grp","version":"11.2.156.27","description":"Controller firmware",
          "name":"emulex.grp","path":"image.bin"},
@@ -65,15 +65,15 @@ class ArchiveCommandTest : public testing::Test {
 
   std::vector<std::string> folderContent() const {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder.path(""))) {
+    for (const auto& entry : std::filesystem::directory_iterator(folder.file(""))) {
       names.push_back(entry.path().filename().string());
     }
     return names;
   }
 
   TemporaryFolder folder;
-  std::string path = folder.path("a.pkg");
-  std::string out = folder.path("out.bin");
+  std::string path = folder.file("a.pkg");
+  std::string out = folder.file("out.bin");
   std::string good = dataPath("two-files.pkg");
 };
 
@@ -160,7 +160,7 @@ TEST_F(ArchiveCommandTest, MissingPackageIsNotFound) {
 }
 
 TEST_F(ArchiveCommandTest, FolderAsPackageCannotBeOpened) {
-  const auto result = run({"verify", folder.path(""), "--json"});
+  const auto result = run({"verify", folder.file(""), "--json"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.json().at("status"), 257);
 }
@@ -182,10 +182,10 @@ TEST_F(ArchiveCommandTest, ExtractWritesTheFileAndSaysNothing) {
 }
 
 TEST_F(ArchiveCommandTest, ExtractThatCannotCreateNamesTheOutput) {
-  const auto result = run({"extract", good, "emulex", folder.path("no/out"), "--json"});
+  const auto result = run({"extract", good, "emulex", folder.file("no/out"), "--json"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.json().at("status"), 256);
-  EXPECT_EQ(result.json().at("error").at("what"), folder.path("no/out"));
+  EXPECT_EQ(result.json().at("error").at("what"), folder.file("no/out"));
 }
 
 TEST_F(ArchiveCommandTest, ExtractToAFullDiskIsAFailure) {
@@ -255,16 +255,16 @@ TEST_F(ArchiveCommandTest, CreateBuildsThePackageOfTheManifest) {
   EXPECT_EQ(readFile(path), golden("two-files.pkg"));
   EXPECT_THAT(folderContent(),
               testing::UnorderedElementsAre("a.pkg", "manifest.json", "image.bin", "notes.txt"));
-  EXPECT_EQ(run({"create", path, folder.path("manifest.json"), "--json"}).json(),
+  EXPECT_EQ(run({"create", path, folder.file("manifest.json"), "--json"}).json(),
             ordered_json::parse(R"({"status":0})"));
 }
 
 TEST_F(ArchiveCommandTest, CreateKeepsPermissionsAndLinks) {
   writeFile(path, "before");
   ASSERT_EQ(chmod(path.c_str(), 0640), 0);
-  std::filesystem::create_symlink(path, folder.path("link"));
-  ASSERT_EQ(run({"create", folder.path("link"), writeManifest(goldenManifest())}).status, 0);
-  EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link")));
+  std::filesystem::create_symlink(path, folder.file("link"));
+  ASSERT_EQ(run({"create", folder.file("link"), writeManifest(goldenManifest())}).status, 0);
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.file("link")));
   EXPECT_EQ(readFile(path), golden("two-files.pkg"));
   EXPECT_EQ(static_cast<int>(std::filesystem::status(path).permissions()), 0640);
 }
@@ -283,14 +283,14 @@ TEST_F(ArchiveCommandTest, FailedCreateKeepsWhatWasThere) {
 
 TEST_F(ArchiveCommandTest, CreateWhereNothingCanBeWritten) {
   const auto manifest = writeManifest(goldenManifest());
-  auto result = run({"create", folder.path("no/such/a.pkg"), manifest, "--json"});
+  auto result = run({"create", folder.file("no/such/a.pkg"), manifest, "--json"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.json().at("status"), 257);
   result = run({"create", "/dev/full", manifest, "--json"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.json().at("status"), 260);
   EXPECT_EQ(result.json().at("error").at("what"), "/dev/full");
-  EXPECT_EQ(run({"create", folder.path(""), manifest}).status, 1);
+  EXPECT_EQ(run({"create", folder.file(""), manifest}).status, 1);
 }
 
 TEST_F(ArchiveCommandTest, CreateDoesNotReplaceWhatGoesIntoThePackage) {
@@ -298,8 +298,8 @@ TEST_F(ArchiveCommandTest, CreateDoesNotReplaceWhatGoesIntoThePackage) {
   const auto text = readFile(manifest);
   EXPECT_EQ(run({"create", manifest, manifest}).status, 2);
   EXPECT_EQ(readFile(manifest), text);
-  EXPECT_EQ(run({"create", folder.path("image.bin"), manifest}).status, 2);
-  EXPECT_EQ(readFile(folder.path("image.bin")), goldenImage());
+  EXPECT_EQ(run({"create", folder.file("image.bin"), manifest}).status, 2);
+  EXPECT_EQ(readFile(folder.file("image.bin")), goldenImage());
 }
 
 TEST_F(ArchiveCommandTest, CreateRefusesAFolderAsMember) {
@@ -311,7 +311,7 @@ TEST_F(ArchiveCommandTest, CreateRefusesAFolderAsMember) {
 }
 
 TEST_F(ArchiveCommandTest, MissingManifestIsNotFound) {
-  EXPECT_EQ(run({"create", path, folder.path("none.json")}).status, 3);
+  EXPECT_EQ(run({"create", path, folder.file("none.json")}).status, 3);
   EXPECT_FALSE(std::filesystem::exists(path));
 }
 
@@ -334,8 +334,8 @@ TEST_F(ArchiveCommandTest, ManifestIsRefusedWithTheFieldThatIsWrong) {
       {changed("/id", std::string("a\0b", 3)), "\"/id\" holds"},
       {changed("/files/1/id", "emulex.grp"), "two files have the id \"emulex.grp\""}};
   for (const auto& [document, reason] : cases) {
-    writeFile(folder.path("manifest.json"), document);
-    const auto result = run({"create", path, folder.path("manifest.json")});
+    writeFile(folder.file("manifest.json"), document);
+    const auto result = run({"create", path, folder.file("manifest.json")});
     EXPECT_EQ(result.status, 1) << document;
     EXPECT_THAT(result.err, HasSubstr(reason));
     EXPECT_THAT(result.err, HasSubstr("A manifest is {"));
@@ -345,7 +345,7 @@ TEST_F(ArchiveCommandTest, ManifestIsRefusedWithTheFieldThatIsWrong) {
 
 TEST_F(ArchiveCommandTest, ProgressIsDrawnForALargePackageOnATerminal) {
   const std::string bytes(9'000'000, 'x');
-  writeFile(folder.path("big.bin"), bytes);
+  writeFile(folder.file("big.bin"), bytes);
   const auto manifest = writeManifest(ordered_json::parse(
       R"({"id":"a","version":"1","files":[{"id":"big","version":"1","description":"",
           "name":"big","path":"big.bin"}]})"));

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 
+#include "TemporaryFolder.h"
 #include "fakes/FakePrompts.h"
 #include "platform/bench/BenchDemo.h"
 #include "platform/bench/BenchFile.h"
@@ -37,13 +38,6 @@ class ScopedVariable {
 
 class LaunchTest : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string folder = (std::filesystem::temp_directory_path() / "launch-XXXXXX").string();
-    ASSERT_NE(mkdtemp(folder.data()), nullptr);
-    folder_ = folder;
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
   std::string path(const std::string& name) const { return (folder_ / name).string(); }
 
   std::string makeBench(const std::string& name, const std::string& version) const {
@@ -71,7 +65,8 @@ class LaunchTest : public testing::Test {
 
   PlainMainQueue queue_;
   FakePrompts prompts_;
-  std::filesystem::path folder_;
+  const TemporaryFolder temporary_;
+  const std::filesystem::path folder_ = temporary_.path();
   const ScopedVariable noBench_{"CORVANE_BENCH", ""};
 };
 

@@ -2,19 +2,14 @@
 
 #include <cstdlib>
 
+#include "TemporaryFolder.h"
+
 using namespace corvane;
 
 namespace {
 
 class ShippedFilesTest : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string folder = (std::filesystem::temp_directory_path() / "shipped-XXXXXX").string();
-    ASSERT_NE(mkdtemp(folder.data()), nullptr);
-    folder_ = folder;
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
   void makeFile(const std::filesystem::path& path) {
     std::filesystem::create_directories((folder_ / path).parent_path());
     std::ofstream(folder_ / path) << "{}";
@@ -22,7 +17,8 @@ class ShippedFilesTest : public testing::Test {
 
   ShippedFiles beside(const std::string& program) const { return ShippedFiles(folder_ / program); }
 
-  std::filesystem::path folder_;
+  const TemporaryFolder temporary_;
+  const std::filesystem::path folder_ = temporary_.path();
 };
 
 TEST_F(ShippedFilesTest, AnInstalledProgramFindsItsFiles) {

@@ -2,6 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "AppDelegate.h"
+#include "TemporaryFolder.h"
 #include "fakes/FakeLog.h"
 #include "fakes/FakePrompts.h"
 #include "platform/bench/BenchDemo.h"
@@ -24,13 +25,9 @@ constexpr const char* eightGigabitName = "20:00:00:10:9B:00:00:10";
 class OnlineUpdateBenchTest : public testing::Test {
  protected:
   void SetUp() override {
-    std::string folder = (std::filesystem::temp_directory_path() / "onbench-XXXXXX").string();
-    ASSERT_NE(mkdtemp(folder.data()), nullptr);
-    folder_ = folder;
     BenchState bench = demoBench();
     bench.clockRate = 10'000;
-    file_.emplace(folder + "/bench.json");
-    file_->create(bench);
+    file_.create(bench);
   }
 
   void TearDown() override {
@@ -38,7 +35,6 @@ class OnlineUpdateBenchTest : public testing::Test {
     if (computer_) computer_->end();
     journal_.reset();
     computer_.reset();
-    std::filesystem::remove_all(folder_);
   }
 
   void launch() {
@@ -46,7 +42,7 @@ class OnlineUpdateBenchTest : public testing::Test {
     options.toolsFolder = CORVANE_BINARY_DIR "/bin/bench-tools";
     options.samplesFolder = CORVANE_SOURCE_DIR "/bench";
     options.standardOutput = STDERR_FILENO;
-    computer_.emplace(file_->path(), queue_, prompts_, log_, options);
+    computer_.emplace(file_.path(), queue_, prompts_, log_, options);
     journal_.emplace(computer_->platform(), journalPath());
     app_.emplace(journal_->platform());
     bool discovered = false;
@@ -57,7 +53,7 @@ class OnlineUpdateBenchTest : public testing::Test {
     prompts_.alerts.clear();
   }
 
-  std::string journalPath() const { return (folder_ / "journal.jsonl").string(); }
+  std::string journalPath() const { return folder_.file("journal.jsonl"); }
 
   OnlineUpdate& update() { return app_->onlineUpdate(); }
 
@@ -98,14 +94,14 @@ class OnlineUpdateBenchTest : public testing::Test {
   }
 
   const BenchAdapter adapter(const std::string& wwn) const {
-    for (const BenchAdapter& adapter : file_->load().adapters) {
+    for (const BenchAdapter& adapter : file_.load().adapters) {
       if (adapter.nodeWWN == wwn) return adapter;
     }
     return {};
   }
 
-  std::filesystem::path folder_;
-  std::optional<BenchFile> file_;
+  const TemporaryFolder folder_;
+  const BenchFile file_{folder_.file("bench.json")};
   PlainMainQueue queue_;
   FakePrompts prompts_;
   FakeLog log_;
@@ -128,7 +124,7 @@ TEST_F(OnlineUpdateBenchTest, FirmwareIsInstalledWithTheVolumesOffline) {
 }
 
 TEST_F(OnlineUpdateBenchTest, SixteenGigabitFirmwareIsOfferedOnceEightGigabitRunsTheNew) {
-  file_->update([](BenchState& bench) {
+  file_.update([](BenchState& bench) {
     for (BenchAdapter& adapter : bench.adapters) {
       if (adapter.nodeWWN == eightGigabitName) adapter.firmware = "11.4.204";
     }
@@ -141,13 +137,13 @@ TEST_F(OnlineUpdateBenchTest, SixteenGigabitFirmwareIsOfferedOnceEightGigabitRun
 }
 
 TEST_F(OnlineUpdateBenchTest, SoftwareIsDownloadedAndOpened) {
-  file_->set("/application/version", "\"0.9.0.0\"");
+  file_.set("/application/version", "\"0.9.0.0\"");
   launch();
   update().checkUpdate();
   EXPECT_THAT(candidates(), ElementsAre("CORVANE Utility"));
   installEverything();
   EXPECT_EQ(prompts_.terminations, 1);
-  std::ifstream opened(std::filesystem::path(file_->folder()) / "opened.txt");
+  std::ifstream opened(std::filesystem::path(file_.folder()) / "opened.txt");
   std::string line;
   std::getline(opened, line);
   EXPECT_THAT(line, testing::EndsWith("/CORVANE_Utility.dmg"));
@@ -155,7 +151,7 @@ TEST_F(OnlineUpdateBenchTest, SoftwareIsDownloadedAndOpened) {
 }
 
 TEST_F(OnlineUpdateBenchTest, WithoutANetworkNothingIsFetched) {
-  file_->update([](BenchState& bench) { bench.faults.insert("no-network"); });
+  file_.update([](BenchState& bench) { bench.faults.insert("no-network"); });
   launch();
   update().checkUpdate();
   ASSERT_EQ(prompts_.alerts.size(), 1u);
@@ -164,7 +160,7 @@ TEST_F(OnlineUpdateBenchTest, WithoutANetworkNothingIsFetched) {
 }
 
 TEST_F(OnlineUpdateBenchTest, ADriverThatRefusesTheImageLeavesTheAdapterAsItWas) {
-  file_->update([](BenchState& bench) { bench.faults.insert("firmware-refused"); });
+  file_.update([](BenchState& bench) { bench.faults.insert("firmware-refused"); });
   launch();
   update().checkUpdate();
   installEverything();

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "OnlineUpdate/OnlineUpdate.h"
+#include "TemporaryFolder.h"
 #include "Volumes.h"
 #include "fakes/OneFilePackage.h"
 #include "fibre_channel/FibreChannelFixture.h"
@@ -21,8 +22,6 @@ inline constexpr const char* sixteenGigabit = "Corvane2 16G FC";
 class OnlineUpdateFixture : public FibreChannelFixture {
  protected:
   OnlineUpdateFixture() {
-    std::string folder = (std::filesystem::temp_directory_path() / "update-XXXXXX").string();
-    folder_ = mkdtemp(folder.data());
     fake.paths.downloadFolder = folder_.string();
     fake.paths.extractedImage = folder_.string() + "/emulex.grp";
     fake.paths.transferImage = fake.paths.extractedImage;
@@ -39,7 +38,6 @@ class OnlineUpdateFixture : public FibreChannelFixture {
   ~OnlineUpdateFixture() override {
     dispatch.advance(std::chrono::minutes(1));
     update.reset();
-    std::filesystem::remove_all(folder_);
   }
 
   void serveFrom(const std::string& plistURL) {
@@ -101,7 +99,8 @@ class OnlineUpdateFixture : public FibreChannelFixture {
 
   bool isWindowShown() { return update->controls().updateWindow.isShown(); }
 
-  std::filesystem::path folder_;
+  const TemporaryFolder temporary_;
+  const std::filesystem::path folder_ = temporary_.path();
   std::vector<std::string> volumeNames{"disk4", "disk4s1"};
   bool isUpdatingFromFile = false;
   std::unique_ptr<Volumes> volumes;

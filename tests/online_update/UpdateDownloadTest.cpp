@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 
+#include "TemporaryFolder.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/LoopbackServer.h"
 #include "fakes/ManualDispatch.h"
@@ -21,14 +22,6 @@ namespace {
 /// Downloads over the real transfer library from a server on the loopback address.
 class UpdateDownloadTest : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string folder = (std::filesystem::temp_directory_path() / "download-XXXXXX").string();
-    ASSERT_NE(mkdtemp(folder.data()), nullptr);
-    folder_ = folder;
-    path_ = folder + "/package.pkg";
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
   Platform platform() {
     const Platform fake = fake_.platform();
     return {fake.registry,      fake.userClient,    fake.diskArbitration,
@@ -68,8 +61,9 @@ class UpdateDownloadTest : public testing::Test {
   ManualDispatch dispatch_;
   FakePlatform fake_{dispatch_};
   std::unique_ptr<CurlTransfer> transfer_ = transferThatWaits(1min);
-  std::filesystem::path folder_;
-  std::string path_;
+  const TemporaryFolder temporary_;
+  const std::filesystem::path folder_ = temporary_.path();
+  std::string path_ = temporary_.file("package.pkg");
 };
 
 TEST_F(UpdateDownloadTest, BringsTheFileWhole) {

@@ -5,6 +5,7 @@
 #include <system_error>
 #include <thread>
 
+#include "TemporaryFolder.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/ManualDispatch.h"
 
@@ -17,14 +18,9 @@ namespace {
 class JournalPlatformTest : public testing::Test {
  protected:
   void SetUp() override {
-    std::string folder = (std::filesystem::temp_directory_path() / "journal-XXXXXX").string();
-    ASSERT_NE(mkdtemp(folder.data()), nullptr);
-    folder_ = folder;
-    path_ = folder + "/journal.jsonl";
     journal_.emplace(fake_.platform(), path_);
     platform_.emplace(journal_->platform());
   }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
 
   std::vector<ordered_json> linesWithTime() const {
     std::vector<ordered_json> lines;
@@ -51,8 +47,8 @@ class JournalPlatformTest : public testing::Test {
 
   ManualDispatch dispatch_;
   FakePlatform fake_{dispatch_};
-  std::filesystem::path folder_;
-  std::string path_;
+  const TemporaryFolder folder_;
+  const std::string path_ = folder_.file("journal.jsonl");
   std::optional<JournalPlatform> journal_;
   std::optional<Platform> platform_;
 };

@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <thread>
 
+#include "TemporaryFolder.h"
+
 using namespace corvane;
 using namespace std::chrono_literals;
 
@@ -14,14 +16,7 @@ namespace {
 
 class SystemShellTest : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string folder = (std::filesystem::temp_directory_path() / "shell-XXXXXX").string();
-    ASSERT_NE(mkdtemp(folder.data()), nullptr);
-    folder_ = folder;
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
-  std::string path(const std::string& name) const { return (folder_ / name).string(); }
+  std::string path(const std::string& name) const { return folder_.file(name); }
 
   std::string contents(const std::string& name) const {
     std::ifstream file(path(name));
@@ -29,7 +24,7 @@ class SystemShellTest : public testing::Test {
   }
 
  private:
-  std::filesystem::path folder_;
+  const TemporaryFolder folder_;
 };
 
 /// Whether the process still does something; one that only waits to be collected does not.

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "TemporaryFolder.h"
 #include "platform/Shell.h"
 
 namespace corvane {
@@ -28,13 +29,7 @@ struct ProgramAnswer {
 /// Runs the built programs on copies of the shipped benches, in a folder of the test's own.
 class ProgramFixture : public ::testing::Test {
  protected:
-  ProgramFixture() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "corvane-XXXXXX").string();
-    folder_ = mkdtemp(pattern.data());
-  }
-  ~ProgramFixture() override { std::filesystem::remove_all(folder_); }
-
-  std::filesystem::path path(const std::string& name) const { return folder_ / name; }
+  std::filesystem::path path(const std::string& name) const { return folder_.path() / name; }
 
   /// A copy of a shipped bench on which time flies.
   std::string bench(const std::string& name) const {
@@ -64,7 +59,7 @@ class ProgramFixture : public ::testing::Test {
   std::string commandLine(const std::string& program,
                           const std::vector<std::string>& arguments) const {
     // The user's own bench, should a program fall back on it, is the test's as well.
-    std::string line = "env -u CORVANE_BENCH XDG_DATA_HOME=" + shellPath(folder_) + " " +
+    std::string line = "env -u CORVANE_BENCH XDG_DATA_HOME=" + shellPath(folder_.path()) + " " +
                        shellPath(std::string(CORVANE_BINARY_DIR) + "/bin/" + program);
     for (const auto& argument : arguments) line += " " + shellWord(argument);
     return line;
@@ -87,7 +82,7 @@ class ProgramFixture : public ::testing::Test {
   }
 
  private:
-  std::filesystem::path folder_;
+  const TemporaryFolder folder_;
 };
 
 /// The keys of an object, in order.
