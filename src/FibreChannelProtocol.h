@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "StructureLayout.h"
+#include "platform/StructureLayout.h"
 
 /// The protocol of the Fibre Channel driver's user client: what each selector does and how the
 /// structures lie that cross to the driver. Every call passes a structure in and gets one of the

@@ -2,10 +2,33 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "platform/bench/BenchFile.h"
 #include "platform/bench/BenchProducts.h"
 
 using namespace corvane;
+
+namespace {
+
+std::vector<uint8_t> bytesOfHexadecimal(const std::string& digits) {
+  std::vector<uint8_t> bytes;
+  for (size_t place = 0; place + 1 < digits.size(); place += 2) {
+    bytes.push_back(static_cast<uint8_t>(std::stoul(digits.substr(place, 2), nullptr, 16)));
+  }
+  return bytes;
+}
+
+uint8_t sumOf(const std::vector<uint8_t>& bytes, size_t first, size_t end) {
+  unsigned sum = 0;
+  for (size_t index = first; index < end; ++index) sum += bytes[index];
+  return static_cast<uint8_t>(sum);
+}
+
+}  // namespace
 
 TEST(BenchEditsTest, LabelsFollowBridgeAndHop) {
   BenchAdapter adapter;
@@ -99,4 +122,22 @@ TEST(BenchEditsTest, LinksOfBothFamiliesGoDownAndUp) {
   EXPECT_THROW(setLink(state.adapters[1], 3, true, {}), BenchEditError);
   EXPECT_THROW(setLink(state.adapters[0], 0, true, {}), BenchEditError);
   EXPECT_THROW(fibreChannelPort(state.adapters[1], 1), BenchEditError);
+}
+
+TEST(BenchEditsTest, ANewAdapterHasAWholeModuleOfItsSpeedClass) {
+  const std::map<std::string, std::pair<uint8_t, std::string>> modules = {
+      {"Corvane2 8G FC", {85, "VSFP-8G-SW      "}}, {"Corvane3 F2", {140, "VSFP-16G-SW     "}}};
+  for (const auto& [product, expected] : modules) {
+    SCOPED_TRACE(product);
+    BenchState state;
+    plugAdapter(state, product, 1, 1, {});
+    const std::vector<uint8_t> bytes =
+        bytesOfHexadecimal(state.adapters[0].fibreChannelPorts[0].transceiver.hex);
+    ASSERT_EQ(bytes.size(), 96U);
+    EXPECT_EQ(bytes[12], expected.first) << "nominal bit rate in 100 MBd";
+    EXPECT_EQ(std::string(bytes.begin() + 20, bytes.begin() + 36), "VELMAR          ");
+    EXPECT_EQ(std::string(bytes.begin() + 40, bytes.begin() + 56), expected.second);
+    EXPECT_EQ(bytes[63], sumOf(bytes, 0, 63)) << "CC_BASE";
+    EXPECT_EQ(bytes[95], sumOf(bytes, 64, 95)) << "CC_EXT";
+  }
 }

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "bench/BenchMachineFixture.h"
+#include "platform/StructureLayout.h"
 #include "platform/bench/BenchEdits.h"
 #include "platform/bench/BenchFirmwareImage.h"
 #include "platform/bench/BenchUserClient.h"
-#include "platform/bench/LittleEndian.h"
 
 namespace corvane {
 
@@ -37,7 +37,7 @@ using Bytes = std::vector<uint8_t>;
 
 inline Bytes bytesOfNumber(uint64_t value, size_t size) {
   Bytes bytes(size);
-  writeLittleEndian(bytes, 0, size, value);
+  putNumber(bytes, {"number", 0, size}, value);
   return bytes;
 }
 
@@ -104,7 +104,7 @@ class BenchUserClientFixture : public BenchMachineFixture {
   }
 
   uint64_t field(size_t offset, size_t width) const {
-    return readLittleEndian(reply_, offset, width);
+    return StructureReader(reply_).number({"reply", offset, width});
   }
 
   Status readInformation() { return call(2, Bytes(104)); }
@@ -118,8 +118,8 @@ class BenchUserClientFixture : public BenchMachineFixture {
 
   Status flash(const Bytes& image) {
     Bytes input(16);
-    writeLittleEndian(input, 0, 4, image.size());
-    writeLittleEndian(input, 8, 8, reinterpret_cast<uintptr_t>(image.data()));
+    putNumber(input, {"length", 0, 4}, image.size());
+    putNumber(input, {"address", 8, 8}, reinterpret_cast<uintptr_t>(image.data()));
     return call(3, input);
   }
 

@@ -292,9 +292,10 @@ TEST_F(BenchUserClientTest, TheTransceiverIsReadFromAFileBesideTheBench) {
 
 TEST_F(BenchUserClientTest, ATransceiverIsAskedForByPortIndex) {
   begin("Corvane2 8G FC");
+  constexpr StructureField portIndex{"port index", 100, 4};
   Bytes request(104);
-  writeLittleEndian(request, 100, 4, 1);
+  putNumber(request, portIndex, 1);
   EXPECT_EQ(call(13, request), statusSuccess);
-  writeLittleEndian(request, 100, 4, 2);
+  putNumber(request, portIndex, 2);
   EXPECT_EQ(call(13, request), statusBadArgument);
 }

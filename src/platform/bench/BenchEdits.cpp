@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "platform/bench/BenchModuleMemory.h"
 #include "platform/bench/BenchProducts.h"
 
 namespace corvane {
@@ -94,44 +95,6 @@ uint64_t freeName(const BenchState& state, uint64_t first, int bytes) {
   return name;
 }
 
-/// A short-wave module of the adapter's class, as bytes of SFF-8472's serial identification area.
-std::string ownModule(const BenchProduct& product) {
-  constexpr size_t serialAreaSize = 96;
-  std::string bytes(serialAreaSize, '\0');
-  const auto put = [&](size_t offset, const std::string& text, size_t width) {
-    for (size_t index = 0; index < width; ++index) {
-      bytes[offset + index] = index < text.size() ? text[index] : ' ';
-    }
-  };
-  bytes[0] = 3;
-  bytes[1] = 4;
-  bytes[2] = 7;
-  bytes[7] = 0x20;
-  bytes[8] = 0x40;
-  bytes[9] = 0x0C;
-  bytes[10] = product.has16G ? 0x70 : 0x54;
-  bytes[11] = product.has16G ? 6 : 1;
-  bytes[12] = product.has16G ? static_cast<char>(140) : 85;
-  put(20, "VELMAR", 16);
-  bytes[37] = 0;
-  bytes[38] = static_cast<char>(0xD0);
-  bytes[39] = 0x2E;
-  put(40, product.has16G ? "VSFP-16G-SW" : "VSFP-8G-SW", 16);
-  put(56, "A", 4);
-  put(68, "VB0000001", 16);
-  put(84, "260101", 8);
-  const auto sum = [&](size_t first, size_t last) {
-    unsigned total = 0;
-    for (size_t index = first; index <= last; ++index) total += static_cast<uint8_t>(bytes[index]);
-    return static_cast<char>(total & 0xFFU);
-  };
-  bytes[63] = sum(0, 62);
-  bytes[95] = sum(64, 94);
-  std::string hex;
-  for (const char byte : bytes) hex += fmt::format("{:02x}", static_cast<uint8_t>(byte));
-  return hex;
-}
-
 void fillFibreChannel(BenchState& state, BenchAdapter& adapter, const BenchProduct& product,
                       const std::optional<std::string>& name) {
   constexpr size_t nameBytes = 8;
@@ -142,7 +105,7 @@ void fillFibreChannel(BenchState& state, BenchAdapter& adapter, const BenchProdu
   for (uint64_t number = 0; number < portsOfAdapter; ++number) {
     BenchFibreChannelPort& port = adapter.fibreChannelPorts.emplace_back();
     port.wwpn = pairs(firstPortName + number * portNumberUnit + (node & nameMask), nameBytes);
-    port.transceiver.hex = ownModule(product);
+    port.transceiver.hex = shortWaveModule(product);
   }
 }
 

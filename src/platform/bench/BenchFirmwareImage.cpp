@@ -4,18 +4,24 @@
 #include <array>
 #include <string_view>
 
-#include "platform/bench/LittleEndian.h"
+#include "platform/StructureLayout.h"
 
 namespace corvane {
 
 namespace {
 
 constexpr std::string_view magic = "VELMARFW";
-constexpr size_t generationOffset = 8;
-constexpr size_t versionOffset = 12;
-constexpr size_t versionWidth = 32;
-constexpr size_t lengthOffset = 44;
-constexpr size_t checksumOffset = 48;
+
+/// The header, as BenchFirmwareImage.h lays it out.
+struct ImageHeader {
+  static constexpr StructureField magic{"magic", 0, 8};
+  static constexpr StructureField generation{"generation", 8, 4};
+  static constexpr StructureField version{"version", 12, 32};
+  static constexpr StructureField length{"payload length", 44, 4};
+  static constexpr StructureField checksum{"payload checksum", 48, 4};
+  static constexpr std::array fields{magic, generation, version, length, checksum};
+};
+static_assert(isLayoutWithin(ImageHeader::fields, benchFirmwareHeaderSize));
 
 constexpr std::array<uint32_t, 256> makeChecksumTable() {
   constexpr uint32_t reflectedPolynomial = 0xEDB88320;
@@ -45,17 +51,18 @@ std::optional<std::string> checkFirmwareImage(std::span<const uint8_t> bytes,
                                               BenchFirmwareImage& image) {
   if (bytes.size() < benchFirmwareHeaderSize) return "the image is shorter than its header";
   if (!std::equal(magic.begin(), magic.end(), bytes.begin())) return "the image has a wrong magic";
-  const auto version = bytes.subspan(versionOffset, versionWidth);
+  const StructureReader header(bytes);
+  const auto version = header.bytes(ImageHeader::version);
   const auto versionEnd = std::find(version.begin(), version.end(), uint8_t{0});
   if (versionEnd == version.end()) return "the image's version has no end";
   const auto payload = bytes.subspan(benchFirmwareHeaderSize);
-  if (readLittleEndian(bytes, lengthOffset, 4) != payload.size()) {
+  if (header.number(ImageHeader::length) != payload.size()) {
     return "the image's length does not agree with its header";
   }
-  if (readLittleEndian(bytes, checksumOffset, 4) != checksumOf(payload)) {
+  if (header.number(ImageHeader::checksum) != checksumOf(payload)) {
     return "the image's checksum is wrong";
   }
-  image.generation = static_cast<int>(readLittleEndian(bytes, generationOffset, 4));
+  image.generation = static_cast<int>(header.number(ImageHeader::generation));
   image.version.assign(version.begin(), versionEnd);
   return std::nullopt;
 }
@@ -64,11 +71,11 @@ std::vector<uint8_t> makeFirmwareImage(const BenchFirmwareImage& image,
                                        std::span<const uint8_t> payload) {
   std::vector<uint8_t> bytes(benchFirmwareHeaderSize);
   std::copy(magic.begin(), magic.end(), bytes.begin());
-  writeLittleEndian(bytes, generationOffset, 4, static_cast<uint64_t>(image.generation));
-  std::copy_n(image.version.begin(), std::min(image.version.size(), versionWidth - 1),
-              bytes.begin() + versionOffset);
-  writeLittleEndian(bytes, lengthOffset, 4, payload.size());
-  writeLittleEndian(bytes, checksumOffset, 4, checksumOf(payload));
+  putNumber(bytes, ImageHeader::generation, static_cast<uint64_t>(image.generation));
+  std::copy_n(image.version.begin(), std::min(image.version.size(), ImageHeader::version.width - 1),
+              bytes.begin() + ImageHeader::version.offset);
+  putNumber(bytes, ImageHeader::length, payload.size());
+  putNumber(bytes, ImageHeader::checksum, checksumOf(payload));
   bytes.insert(bytes.end(), payload.begin(), payload.end());
   return bytes;
 }

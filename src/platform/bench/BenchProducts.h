@@ -30,8 +30,9 @@ const BenchProduct* findBenchProduct(std::string_view name);
 /// Whether a Fibre Channel product can be set to run at `speed` Mb/s.
 bool supportsSpeed(const BenchProduct& product, int64_t speed);
 
-/// The valid arbitrated-loop physical addresses of a port: the 126 bytes of neutral disparity that
-/// FC-AL gives to node ports, from the lowest priority (EF) to the highest (01).
-std::span<const uint8_t> validLoopAddresses();
+/// Whether a node port may have that arbitrated-loop physical address. FC-AL gives node ports the
+/// bytes from 01 to EF whose 8b/10b character is of neutral disparity: both of its sub-blocks hold
+/// as many ones as zeros, or neither does.
+bool isLoopAddress(uint64_t number);
 
 }  // namespace corvane

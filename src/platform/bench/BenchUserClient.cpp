@@ -4,13 +4,13 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
+#include "platform/StructureLayout.h"
 #include "platform/bench/BenchEdits.h"
 #include "platform/bench/BenchFirmwareImage.h"
 #include "platform/bench/BenchLink.h"
+#include "platform/bench/BenchProducts.h"
 #include "platform/bench/BenchTransceiverDump.h"
-#include "platform/bench/LittleEndian.h"
 
 namespace corvane {
 
@@ -19,11 +19,58 @@ namespace {
 constexpr UserClientConnection firstConnection = 0x2003;
 constexpr uint32_t connectionType = 0;
 
-constexpr size_t portInfoSize = 104;
-constexpr size_t firmwareVersionOffset = 32;
-constexpr size_t firmwareVersionWidth = 44;
-constexpr size_t modulePresentOffset = 96;
-constexpr size_t portIndexOffset = 100;
+// The driver's side of the protocol. It is written down here again on purpose: what the utility
+// takes for a field is held against what the driver takes for it.
+
+enum class Selector : uint32_t {
+  ReadPortInformation = 2,
+  TransferFirmwareImage = 3,
+  SetTopology = 5,
+  SetSpeed = 6,
+  SetHardAlpa = 7,
+  ReadTransceiver = 13,
+  SetQueueDepth = 15,
+};
+
+/// The port's information, the reply to ReadPortInformation.
+struct InformationLayout {
+  static constexpr size_t size = 104;
+  static constexpr StructureField vendor{"controller's vendor", 0, 8};
+  static constexpr StructureField controller{"controller's model", 8, 8};
+  static constexpr StructureField nodeName{"node name", 16, 8};
+  static constexpr StructureField portName{"port name", 24, 8};
+  static constexpr StructureField firmware{"firmware version", 32, 44};
+  static constexpr StructureField linkState{"link state", 76, 4};
+  static constexpr StructureField linkSpeed{"speed of the link", 80, 4};
+  static constexpr StructureField linkTopology{"topology of the link", 84, 4};
+  static constexpr StructureField hardAlpa{"hard address", 88, 4};
+  static constexpr StructureField setSpeed{"configured speed", 92, 4};
+  static constexpr StructureField setTopology{"configured topology", 96, 4};
+  static constexpr StructureField queueDepth{"queue depth", 100, 4};
+};
+
+/// A transceiver's memory with what the driver adds: request and reply of ReadTransceiver.
+struct TransceiverLayout {
+  static constexpr size_t size = 104;
+  static constexpr StructureField isPresent{"whether there is a module", 96, 4};
+  static constexpr StructureField portIndex{"port index", 100, 4};
+};
+
+/// The requests that change something.
+struct RequestLayout {
+  static constexpr size_t imageSize = 16;
+  static constexpr StructureField imageLength{"image length", 0, 4};
+  static constexpr StructureField imageAddress{"image address", 8, 8};
+  static constexpr size_t topologySize = 2;
+  static constexpr StructureField beforeTopology{"unused", 0, 1};
+  static constexpr StructureField topology{"topology", 1, 1};
+  static constexpr size_t speedSize = 8;
+  static constexpr StructureField speed{"speed", 0, 4};
+  static constexpr StructureField behindSpeed{"unused", 4, 4};
+  static constexpr size_t numberSize = 4;
+  static constexpr StructureField number{"address or depth", 0, 4};
+};
+
 constexpr uint64_t controllerVendor = 0x10DF;
 constexpr uint64_t secondGenerationController = 0xE200;
 constexpr uint64_t thirdGenerationController = 0xE300;
@@ -68,16 +115,17 @@ std::string textOf(const PropertyValue::Data& name) {
 }
 
 /// Puts a world wide name, most significant byte first.
-void putName(std::span<uint8_t> output, size_t offset, const std::string& pairs) {
+void putName(std::span<uint8_t> output, const StructureField& field, const std::string& pairs) {
   constexpr size_t pairWithSeparator = 3;
+  size_t offset = field.offset;
   for (size_t start = 0; start + 1 < pairs.size(); start += pairWithSeparator) {
     output[offset++] = static_cast<uint8_t>(std::stoul(pairs.substr(start, 2), nullptr, 16));
   }
 }
 
-void putText(std::span<uint8_t> output, size_t offset, size_t width, const std::string& text) {
-  std::copy_n(text.begin(), std::min(text.size(), width - 1),
-              output.begin() + static_cast<std::ptrdiff_t>(offset));
+void putText(std::span<uint8_t> output, const StructureField& field, const std::string& text) {
+  std::copy_n(text.begin(), std::min(text.size(), field.width - 1),
+              output.begin() + static_cast<std::ptrdiff_t>(field.offset));
 }
 
 uint64_t reportedSpeed(const BenchProduct& product, int64_t configured) {
@@ -89,23 +137,25 @@ uint64_t reportedSpeed(const BenchProduct& product, int64_t configured) {
 
 /// What a selector takes and gives, and who answers it.
 struct BenchUserClient::Method {
-  uint32_t selector;
+  Selector selector;
   size_t size;  ///< of the structure in and of the structure out
   Status (BenchUserClient::*answer)(const std::string& wwpn, Input input, Output output);
 };
 
 const BenchUserClient::Method* BenchUserClient::findMethod(uint32_t selector) {
   static constexpr std::array methods{
-      Method{2, portInfoSize, &BenchUserClient::readPortInformation},
-      Method{3, 16, &BenchUserClient::transferFirmwareImage},
-      Method{5, 2, &BenchUserClient::setTopology},
-      Method{6, 8, &BenchUserClient::setSpeed},
-      Method{7, 4, &BenchUserClient::setHardAlpa},
-      Method{13, portInfoSize, &BenchUserClient::readTransceiver},
-      Method{15, 4, &BenchUserClient::setQueueDepth},
+      Method{Selector::ReadPortInformation, InformationLayout::size,
+             &BenchUserClient::readPortInformation},
+      Method{Selector::TransferFirmwareImage, RequestLayout::imageSize,
+             &BenchUserClient::transferFirmwareImage},
+      Method{Selector::SetTopology, RequestLayout::topologySize, &BenchUserClient::setTopology},
+      Method{Selector::SetSpeed, RequestLayout::speedSize, &BenchUserClient::setSpeed},
+      Method{Selector::SetHardAlpa, RequestLayout::numberSize, &BenchUserClient::setHardAlpa},
+      Method{Selector::ReadTransceiver, TransceiverLayout::size, &BenchUserClient::readTransceiver},
+      Method{Selector::SetQueueDepth, RequestLayout::numberSize, &BenchUserClient::setQueueDepth},
   };
   const auto* found = std::find_if(methods.begin(), methods.end(), [&](const Method& method) {
-    return method.selector == selector;
+    return static_cast<uint32_t>(method.selector) == selector;
   });
   return found == methods.end() ? nullptr : found;
 }
@@ -169,26 +219,27 @@ Status BenchUserClient::readPortInformation(const std::string& wwpn, Input, Outp
   const BenchFibreChannelPort& port = *place.port;
   const BenchLinkStatus link = negotiateLink(*state, place.product(), port, machine_.now());
   std::fill(output.begin(), output.end(), uint8_t{0});
-  writeLittleEndian(output, 0, 8, controllerVendor);
-  writeLittleEndian(
-      output, 8, 8,
+  putNumber(output, InformationLayout::vendor, controllerVendor);
+  putNumber(
+      output, InformationLayout::controller,
       place.product().generation == 2 ? secondGenerationController : thirdGenerationController);
-  putName(output, 16, place.adapter->nodeWWN);
-  putName(output, 24, port.wwpn);
-  putText(output, firmwareVersionOffset, firmwareVersionWidth, place.adapter->firmware);
-  writeLittleEndian(output, 76, 4, link.isUp ? linkUp : linkDown);
-  writeLittleEndian(output, 80, 4, static_cast<uint64_t>(link.speed));
-  writeLittleEndian(output, 84, 4, static_cast<uint64_t>(link.topology));
-  writeLittleEndian(output, 88, 4, static_cast<uint64_t>(port.hardAlpa));
-  writeLittleEndian(output, 92, 4, reportedSpeed(place.product(), port.speed));
-  writeLittleEndian(output, 96, 4, static_cast<uint64_t>(port.topology));
-  writeLittleEndian(output, 100, 4, static_cast<uint64_t>(port.queueDepth));
+  putName(output, InformationLayout::nodeName, place.adapter->nodeWWN);
+  putName(output, InformationLayout::portName, port.wwpn);
+  putText(output, InformationLayout::firmware, place.adapter->firmware);
+  putNumber(output, InformationLayout::linkState, link.isUp ? linkUp : linkDown);
+  putNumber(output, InformationLayout::linkSpeed, static_cast<uint64_t>(link.speed));
+  putNumber(output, InformationLayout::linkTopology, static_cast<uint64_t>(link.topology));
+  putNumber(output, InformationLayout::hardAlpa, static_cast<uint64_t>(port.hardAlpa));
+  putNumber(output, InformationLayout::setSpeed, reportedSpeed(place.product(), port.speed));
+  putNumber(output, InformationLayout::setTopology, static_cast<uint64_t>(port.topology));
+  putNumber(output, InformationLayout::queueDepth, static_cast<uint64_t>(port.queueDepth));
   return statusSuccess;
 }
 
 Status BenchUserClient::readTransceiver(const std::string& wwpn, Input input, Output output) {
   constexpr uint64_t portsOfAdapter = 2;
-  if (readLittleEndian(input, portIndexOffset, 4) >= portsOfAdapter) return statusBadArgument;
+  const uint64_t index = StructureReader(input).number(TransceiverLayout::portIndex);
+  if (index >= portsOfAdapter) return statusBadArgument;
   const auto state = machine_.state();
   const auto place = findPort(*state, wwpn);
   if (!place) return statusNoDevice;
@@ -196,18 +247,20 @@ Status BenchUserClient::readTransceiver(const std::string& wwpn, Input input, Ou
   const auto bytes = transceiverBytes(place.port->transceiver, machine_.file(), log_);
   if (!bytes) return statusSuccess;
   std::copy(bytes->begin(), bytes->end(), output.begin());
-  writeLittleEndian(output, modulePresentOffset, 4, 1);
+  putNumber(output, TransceiverLayout::isPresent, 1);
   return statusSuccess;
 }
 
 Status BenchUserClient::setTopology(const std::string& wwpn, Input input, Output) {
-  constexpr uint8_t pointToPoint = 0;
-  constexpr uint8_t arbitratedLoop = 1;
+  constexpr uint64_t pointToPoint = 0;
+  constexpr uint64_t arbitratedLoop = 1;
   const auto state = machine_.state();
   const auto place = findPort(*state, wwpn);
   if (!place) return statusNoDevice;
-  const uint8_t code = input[1];
-  if (input[0] != 0 || code > arbitratedLoop) return statusBadArgument;
+  const StructureReader reader(input);
+  const uint64_t code = reader.number(RequestLayout::topology);
+  const bool isZeroElsewhere = reader.number(RequestLayout::beforeTopology) == 0;
+  if (!isZeroElsewhere || code > arbitratedLoop) return statusBadArgument;
   if (code == arbitratedLoop && place.product().has16G) return statusUnsupported;
   return changePort(wwpn, true, [code](BenchFibreChannelPort& port) {
     port.topology =
@@ -219,25 +272,25 @@ Status BenchUserClient::setSpeed(const std::string& wwpn, Input input, Output) {
   const auto state = machine_.state();
   const auto place = findPort(*state, wwpn);
   if (!place) return statusNoDevice;
-  const uint64_t code = readLittleEndian(input, 0, 4);
+  const StructureReader reader(input);
+  const uint64_t code = reader.number(RequestLayout::speed);
   const bool isAutomatic = code == (place.product().has16G ? automaticSpeedOf16G : automaticSpeed);
   const auto speed = isAutomatic ? int64_t{0} : static_cast<int64_t>(code);
-  if (readLittleEndian(input, 4, 4) != 0) return statusBadArgument;
+  if (reader.number(RequestLayout::behindSpeed) != 0) return statusBadArgument;
   if (!isAutomatic && !supportsSpeed(place.product(), speed)) return statusBadArgument;
   return changePort(wwpn, true, [speed](BenchFibreChannelPort& port) { port.speed = speed; });
 }
 
 Status BenchUserClient::setHardAlpa(const std::string& wwpn, Input input, Output) {
-  const uint64_t address = readLittleEndian(input, 0, 4);
-  const auto valid = validLoopAddresses();
-  if (std::find(valid.begin(), valid.end(), address) == valid.end()) return statusBadArgument;
+  const uint64_t address = StructureReader(input).number(RequestLayout::number);
+  if (!isLoopAddress(address)) return statusBadArgument;
   return changePort(wwpn, true, [address](BenchFibreChannelPort& port) {
     port.hardAlpa = static_cast<int64_t>(address);
   });
 }
 
 Status BenchUserClient::setQueueDepth(const std::string& wwpn, Input input, Output) {
-  const uint64_t depth = readLittleEndian(input, 0, 4);
+  const uint64_t depth = StructureReader(input).number(RequestLayout::number);
   if (depth == 0 || depth > deepestQueue) return statusBadArgument;
   return changePort(wwpn, false, [depth](BenchFibreChannelPort& port) {
     port.queueDepth = static_cast<int64_t>(depth);
@@ -259,8 +312,9 @@ Status BenchUserClient::changePort(const std::string& wwpn, bool dropsLink,
 }
 
 Status BenchUserClient::transferFirmwareImage(const std::string& wwpn, Input input, Output) {
-  const uint64_t size = readLittleEndian(input, 0, 4);
-  const uint64_t address = readLittleEndian(input, 8, 8);
+  const StructureReader reader(input);
+  const uint64_t size = reader.number(RequestLayout::imageLength);
+  const uint64_t address = reader.number(RequestLayout::imageAddress);
   if (size == 0 || address == 0) return statusBadArgument;
   // The protocol hands memory over as a number, as between a program and the kernel.
   // NOLINTNEXTLINE(performance-no-int-to-ptr)

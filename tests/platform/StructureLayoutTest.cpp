@@ -1,4 +1,4 @@
-#include "StructureLayout.h"
+#include "platform/StructureLayout.h"
 
 #include <gtest/gtest.h>
 
