@@ -1,6 +1,5 @@
 #include "cli/AdapterReport.h"
 
-#include <array>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -9,6 +8,8 @@
 #include "CLIParser/toolReports.h"
 #include "Corvane2Info.h"
 #include "DeviceMonitorCORVANE2_10GE/Corvane2Device_10GE.h"
+#include "cli/ModeNames.h"
+#include "cli/TransceiverTexts.h"
 
 namespace corvane {
 
@@ -16,20 +17,12 @@ namespace {
 
 using nlohmann::ordered_json;
 
-/// The presets under the names that the command line gives them, by tag from 1.
-constexpr std::array<const char*, 4> modeNames{"low-latency", "balanced", "high-throughput",
-                                               "server"};
-
 bool isFibreChannel(AppDelegate& app) {
   return app.state().intProduct == static_cast<int64_t>(AdapterFamily::FibreChannel);
 }
 
 const char* familyName(AdapterFamily family) {
   return family == AdapterFamily::FibreChannel ? "FC" : "10GbE";
-}
-
-ordered_json textOrNothing(const std::optional<std::string>& text) {
-  return text ? ordered_json(*text) : ordered_json(nullptr);
 }
 
 ordered_json shownTags(const PopUpButton& menu) {
@@ -51,20 +44,11 @@ ordered_json moduleResult(AppDelegate& app) {
 }
 
 ordered_json moduleFields(AppDelegate& app, const CorvaneAPI& port) {
-  return {{"result", moduleResult(app)},
-          {"error", app.controls().SFPErrorMessage.text()},
-          {"infoEnabled", app.controls().SFPInfoButton.isEnabled()},
-          {"Transceiver", textOrNothing(port.Transceiver)},
-          {"Connector", textOrNothing(port.Connector)},
-          {"TransceiverCode", textOrNothing(port.TransceiverCode)},
-          {"SerialEncoding", textOrNothing(port.SerialEncoding)},
-          {"Bitrate", textOrNothing(port.Bitrate)},
-          {"VendorName", textOrNothing(port.VendorName)},
-          {"VendorOUI", textOrNothing(port.VendorOUI)},
-          {"VendorPN", textOrNothing(port.VendorPN)},
-          {"VendorRev", textOrNothing(port.VendorRev)},
-          {"VendorSN", textOrNothing(port.VendorSN)},
-          {"ManuData", textOrNothing(port.ManuData)}};
+  ordered_json fields{{"result", moduleResult(app)},
+                      {"error", app.controls().SFPErrorMessage.text()},
+                      {"infoEnabled", app.controls().SFPInfoButton.isEnabled()}};
+  fields.update(transceiverTexts(port));
+  return fields;
 }
 
 ordered_json fibreChannelPort(AppDelegate& app, int64_t number) {

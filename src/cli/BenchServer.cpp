@@ -4,11 +4,11 @@
 #include <httplib.h>
 
 #include <atomic>
-#include <csignal>
 #include <nlohmann/json.hpp>
 #include <thread>
 
 #include "cli/CommandOutput.h"
+#include "cli/Interruption.h"
 
 namespace corvane {
 
@@ -21,35 +21,6 @@ void refuseToShareThePort(socket_t socket) {
   const int yes = 1;
   setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
 }
-
-/// Waits for an interrupt on a thread of its own and then stops the server.
-class InterruptWait {
- public:
-  explicit InterruptWait(FolderServer& server) {
-    sigemptyset(&signals_);
-    sigaddset(&signals_, SIGINT);
-    sigaddset(&signals_, SIGTERM);
-    pthread_sigmask(SIG_BLOCK, &signals_, &before_);
-    thread_ = std::thread([this, &server] {
-      int signal = 0;
-      sigwait(&signals_, &signal);
-      server.stop();
-    });
-  }
-
-  ~InterruptWait() {
-    // The thread waits for the signal, which does not end it.
-    // NOLINTNEXTLINE(bugprone-bad-signal-to-kill-thread)
-    pthread_kill(thread_.native_handle(), SIGTERM);
-    thread_.join();
-    pthread_sigmask(SIG_SETMASK, &before_, nullptr);
-  }
-
- private:
-  sigset_t signals_{};
-  sigset_t before_{};
-  std::thread thread_;
-};
 
 }  // namespace
 
@@ -96,7 +67,8 @@ void FolderServer::stop() {
 
 void serveFolder(CommandContext& context, const std::string& folder, int port) {
   FolderServer server(folder, port);
-  InterruptWait interrupt(server);
+  const Interruption interruption;
+  const InterruptionAnswer answer(interruption, [&server] { server.stop(); });
   printAnswer(context, {{"url", server.url()}});
   context.out.flush();
   server.run();

@@ -204,6 +204,10 @@ void addJsonFlag(CLI::App& command, CommandContext& context) {
   command.add_flag("--json", context.json, "Print one JSON document");
 }
 
+ordered_json textOrNothing(const std::optional<std::string>& text) {
+  return text ? ordered_json(*text) : ordered_json(nullptr);
+}
+
 void printAnswer(CommandContext& context, const ordered_json& answer) {
   if (context.json) {
     context.out << documentText(answer) << '\n';

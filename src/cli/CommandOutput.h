@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <nlohmann/json_fwd.hpp>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -68,6 +69,9 @@ class CommandFailure : public std::runtime_error {
 
 /// Gives `command` the flag `--json`, which sets `context.json`.
 void addJsonFlag(CLI::App& command, CommandContext& context);
+
+/// A text in an answer; null when it is unset.
+nlohmann::ordered_json textOrNothing(const std::optional<std::string>& text);
 
 /// Prints a command's answer: the JSON document under `--json`, else the same
 /// fields as text. Objects become "name: value" lines, arrays of objects become

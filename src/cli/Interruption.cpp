@@ -1,5 +1,6 @@
 #include "cli/Interruption.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <array>
@@ -42,6 +43,7 @@ char receive() {
 
 Interruption::Interruption() {
   if (pipe(signalPipe.data()) != 0) throw std::system_error(errno, std::generic_category(), "pipe");
+  for (const int end : signalPipe) fcntl(end, F_SETFD, FD_CLOEXEC);
   struct sigaction action {};
   action.sa_handler = corvaneSignalArrived;
   // What the program is reading or waiting for meanwhile goes on.

@@ -35,10 +35,17 @@ LogCollectionResult collect(Session& session, CommandContext& context) {
   return result.value_or(LogCollectionResult{{}, true, {}});
 }
 
-/// The folder as a person finds it, whose name the shell was given with "~".
-std::string foundAt(std::string folder, const std::string& home) {
-  if (folder.starts_with("~/")) folder.replace(0, 1, home);
-  return folder;
+/// The folder that the user chose, absolute; empty for the usual one.
+std::filesystem::path chosenFolder(const std::string& to) {
+  return to.empty() ? std::filesystem::path() : std::filesystem::absolute(to).lexically_normal();
+}
+
+/// Where the logs are, as a person finds them. The shell was given the usual folder with "~", and a
+/// chosen one in quotation marks where it needs them.
+std::string foundAt(const std::string& told, const std::filesystem::path& chosen,
+                    const std::string& home) {
+  if (!chosen.empty()) return (chosen / std::filesystem::path(told).filename()).string();
+  return told.starts_with("~/") ? home + told.substr(1) : told;
 }
 
 /// Showing the folder is no part of the collection.
@@ -46,27 +53,30 @@ bool isCollecting(const std::string& line) {
   return !line.starts_with("open ");
 }
 
+void requireNotCancelled(const LogCollectionResult& result) {
+  if (!result.cancelled) return;
+  throw CommandFailure(ExitStatus::Failed, subject,
+                       "the unified log was not collected, so the folder was removed",
+                       "Run the command again and give an administrator's password.");
+}
+
+void requireWhole(CommandContext& context, const LogCollectionResult& result,
+                  const std::string& folder) {
+  for (const std::string& line : result.failedLines) printNote(context, line + ": failed");
+  if (std::none_of(result.failedLines.begin(), result.failedLines.end(), isCollecting)) return;
+  throw CommandFailure(ExitStatus::Failed, folder, "not everything could be collected",
+                       "The lines above name the commands that failed.", {{"folder", folder}});
+}
+
 void collectLogs(CommandContext& context, const LaunchOptions& options, const std::string& to) {
   Session session(context, options);
   session.requireChangeable(subject);
-  if (!to.empty()) {
-    session.app().logCollection().setFolder(std::filesystem::absolute(to).lexically_normal());
-  }
+  const std::filesystem::path chosen = chosenFolder(to);
+  if (!chosen.empty()) session.app().logCollection().setFolder(chosen.string());
   const LogCollectionResult result = collect(session, context);
-  if (result.cancelled) {
-    throw CommandFailure(ExitStatus::Failed, subject,
-                         "the unified log was not collected, so the folder was removed",
-                         "Run the command again and give an administrator's password.");
-  }
-  for (const std::string& line : result.failedLines) printNote(context, line + ": failed");
-  const std::string folder = to.empty() ? foundAt(result.folder, session.platform().paths.home)
-                                        : (std::filesystem::absolute(to).lexically_normal() /
-                                           std::filesystem::path(result.folder).filename())
-                                              .string();
-  if (std::any_of(result.failedLines.begin(), result.failedLines.end(), isCollecting)) {
-    throw CommandFailure(ExitStatus::Failed, folder, "not everything could be collected",
-                         "The lines above name the commands that failed.", {{"folder", folder}});
-  }
+  requireNotCancelled(result);
+  const std::string folder = foundAt(result.folder, chosen, session.platform().paths.home);
+  requireWhole(context, result, folder);
   printAnswer(context, {{"folder", folder}});
 }
 

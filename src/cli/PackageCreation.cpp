@@ -9,6 +9,7 @@
 #include <nlohmann/json.hpp>
 #include <system_error>
 
+#include "FirmwareImageFile.h"
 #include "cli/ArchiveManifest.h"
 #include "cli/ArchiveReport.h"
 #include "cli/CommandOutput.h"
@@ -20,10 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The utility itself refuses packages of this size and more.
-constexpr std::uintmax_t LargestUsefulPackage = 99'999'999;
-
-constexpr std::uintmax_t LargestFile = std::numeric_limits<std::int32_t>::max();
+constexpr std::uintmax_t largestFile = std::numeric_limits<std::int32_t>::max();
 
 [[noreturn]] void failOnFile(const fs::path& path, ExitStatus status, const std::string& reason) {
   throw CommandFailure(status, path.string(), reason,
@@ -38,7 +36,7 @@ std::uintmax_t requireFile(const fs::path& path) {
   }
   const auto size = fs::file_size(path, error);
   if (error) failOnFile(path, ExitStatus::Failed, error.message());
-  if (size > LargestFile) failOnFile(path, ExitStatus::Failed, "is too large for a package");
+  if (size > largestFile) failOnFile(path, ExitStatus::Failed, "is too large for a package");
   return size;
 }
 
@@ -139,10 +137,10 @@ void refuseToReplace(const std::string& output, const fs::path& source) {
 void noteIfUseless(CommandContext& context, const std::string& output) {
   std::error_code error;
   const auto size = fs::file_size(output, error);
-  if (!error && size > LargestUsefulPackage) {
+  if (!error && size >= firmwarePackageSizeLimit) {
     printNote(context, fmt::format("{}: has {} bytes, and the utility accepts packages of at most "
                                    "{} bytes",
-                                   output, size, LargestUsefulPackage));
+                                   output, size, firmwarePackageSizeLimit - 1));
   }
 }
 

@@ -12,6 +12,7 @@
 #include "FibreChannelProtocol.h"
 #include "SFPDecoder.h"
 #include "cli/CommandOutput.h"
+#include "cli/TransceiverTexts.h"
 
 namespace corvane {
 
@@ -52,23 +53,10 @@ SFPDescription decodeDump(const std::string& path) {
   return decodeSFP(sfpReplyForEEPROM(bytes));
 }
 
-ordered_json textOrNothing(const std::optional<std::string>& text) {
-  return text ? ordered_json(*text) : ordered_json(nullptr);
-}
-
 ordered_json answer(const SFPDescription& module) {
-  return {{"result", static_cast<int64_t>(module.result)},
-          {"Transceiver", textOrNothing(module.Transceiver)},
-          {"Connector", textOrNothing(module.Connector)},
-          {"TransceiverCode", textOrNothing(module.TransceiverCode)},
-          {"SerialEncoding", textOrNothing(module.SerialEncoding)},
-          {"Bitrate", textOrNothing(module.Bitrate)},
-          {"VendorName", textOrNothing(module.VendorName)},
-          {"VendorOUI", textOrNothing(module.VendorOUI)},
-          {"VendorPN", textOrNothing(module.VendorPN)},
-          {"VendorRev", textOrNothing(module.VendorRev)},
-          {"VendorSN", textOrNothing(module.VendorSN)},
-          {"ManuData", textOrNothing(module.ManuData)}};
+  ordered_json fields{{"result", static_cast<int64_t>(module.result)}};
+  fields.update(transceiverTexts(module));
+  return fields;
 }
 
 }  // namespace

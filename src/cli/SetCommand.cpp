@@ -7,6 +7,7 @@
 
 #include "cli/AdapterReport.h"
 #include "cli/AdministratorRights.h"
+#include "cli/ModeNames.h"
 #include "cli/Session.h"
 #include "cli/SettingChange.h"
 
@@ -135,7 +136,7 @@ void addFibreChannelOptions(CLI::App& command, SetOptions& options) {
 
 void addTenGigabitOptions(CLI::App& command, SetOptions& options) {
   command.add_option("--mode", options.mode, "Performance preset of the port")
-      ->check(choice({"low-latency", "balanced", "high-throughput", "server"}));
+      ->check(choice({modeNames.begin(), modeNames.end()}));
   command.add_option("--checksum", options.checksum, "Checksum offload of the port")
       ->check(choice({"on", "off"}));
   command.add_option("--rsc", options.rsc, "Receive-side coalescing of the port")

@@ -1,9 +1,8 @@
 #include <algorithm>
-#include <array>
 #include <nlohmann/json.hpp>
-#include <string_view>
 
 #include "cli/CommandOutput.h"
+#include "cli/ModeNames.h"
 #include "cli/SettingChange.h"
 
 namespace corvane {
@@ -11,10 +10,6 @@ namespace corvane {
 namespace {
 
 using nlohmann::ordered_json;
-
-/// The names of the performance presets, by the tags of their items from 1.
-constexpr std::array<std::string_view, 4> modeNames{"low-latency", "balanced", "high-throughput",
-                                                    "server"};
 
 SettingChange modeChange(AppDelegate& app, const SetOptions& options) {
   const auto* const found = std::find(modeNames.begin(), modeNames.end(), *options.mode);
