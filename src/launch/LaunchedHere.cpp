@@ -12,7 +12,8 @@ namespace {
 
 class LaunchedMac final : public LaunchedComputer {
  public:
-  explicit LaunchedMac(const LaunchHost& host) : mac_(host.mainQueue, host.prompts) {}
+  explicit LaunchedMac(const LaunchHost& host)
+      : mac_(host.mainQueue, host.prompts, host.log, host.commandOutput) {}
 
   Platform platform() override { return mac_.platform(); }
 

@@ -4,8 +4,12 @@
 
 namespace corvane::macos {
 
-MacPlatform::MacPlatform(MainQueue& mainQueue, UserPrompts& prompts)
-    : dispatch_(mainQueue), prompts_(prompts), paths_(macPaths()) {}
+MacPlatform::MacPlatform(MainQueue& mainQueue, UserPrompts& prompts, Log& log, int commandOutput)
+    : dispatch_(mainQueue),
+      shell_({}, commandOutput),
+      log_(log),
+      prompts_(prompts),
+      paths_(macPaths()) {}
 
 Platform MacPlatform::platform() {
   return {

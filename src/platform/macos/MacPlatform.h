@@ -5,7 +5,6 @@
 #include "platform/macos/MacBundles.h"
 #include "platform/macos/MacDiskArbitration.h"
 #include "platform/macos/MacDispatch.h"
-#include "platform/macos/MacLog.h"
 #include "platform/macos/MacNotificationCenter.h"
 #include "platform/macos/MacRegistry.h"
 #include "platform/macos/MacRunLoops.h"
@@ -16,12 +15,13 @@
 
 namespace corvane::macos {
 
-/// This Mac. Owns one of each interface's implementation; the shell and the transfers are those of
-/// any Unix.
+/// This Mac. Owns one of each interface's implementation, save for the log, which the program has
+/// chosen; the shell and the transfers are those of any Unix.
 class MacPlatform {
  public:
-  /// Both outlive the platform.
-  MacPlatform(MainQueue& mainQueue, UserPrompts& prompts);
+  /// The references outlive the platform. `commandOutput` is the descriptor that the shell's
+  /// commands write their output to.
+  MacPlatform(MainQueue& mainQueue, UserPrompts& prompts, Log& log, int commandOutput);
 
   Platform platform();
 
@@ -38,7 +38,7 @@ class MacPlatform {
   MacSystemVersion systemVersion_;
   MacAuthorization authorization_;
   CurlTransfer transfer_;
-  MacLog log_;
+  Log& log_;
   UserPrompts& prompts_;
   const Paths paths_;
 };
