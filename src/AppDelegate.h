@@ -73,7 +73,6 @@ class AppDelegate {
   // The controllers of the pages, the sheets and the longer pieces of work.
 
   FibreChannelPages& fibreChannelPages() { return fibreChannelPages_; }
-  TenGigabitPages& tenGigabitPages() { return tenGigabitPages_; }
   SFPController& sfpController() { return sfpController_; }
   MatrixController& matrixController() { return matrixController_; }
   FCQDepthViewController& queueDepthController() { return queueDepthController_; }
