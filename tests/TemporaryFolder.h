@@ -1,5 +1,8 @@
 #pragma once
 
+#include <unistd.h>
+
+#include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
