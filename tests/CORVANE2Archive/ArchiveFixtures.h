@@ -20,7 +20,10 @@ inline std::string readFile(const std::string& path) {
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
+/// Writes a file anew. One that is there is removed rather than emptied: some file systems write
+/// a file that was emptied to the disk at once, which takes a test that does it often a minute.
 inline void writeFile(const std::string& path, std::string_view bytes) {
+  std::filesystem::remove(path);
   std::ofstream stream(path, std::ios::binary | std::ios::trunc);
   stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   if (!stream.flush()) throw std::runtime_error("cannot write " + path);
