@@ -1,6 +1,7 @@
 #include "CORVANE2Archive/CORVANE2Archive.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 #include "CORVANE2Archive/ArchiveChunk.h"
@@ -22,6 +23,7 @@ class PackageText {
 
   ArchiveStatus status() const { return status_; }
   const char* text() const { return text_; }
+  std::uint64_t length() const { return std::string_view(text_).size(); }
 
   ArchiveStatus find(const char* fileId, ArchiveMember& member) const {
     return status_ == ArchiveSuccess ? findMember(text_, fileId, member) : status_;
@@ -32,19 +34,46 @@ class PackageText {
   ArchiveStatus status_;
 };
 
+/// Writes the bytes of one file until all that are due are written or the disk takes
+/// no more.
+class MemberWriter {
+ public:
+  MemberWriter(ArchiveStream& output, std::uint64_t due) : output_(output), due_(due) {}
+
+  void write(std::string_view bytes) {
+    const auto wanted = bytes.substr(0, due_ - written_);
+    diskTakesMore_ = diskTakesMore_ && output_.write(wanted.data(), wanted.size());
+    if (diskTakesMore_) written_ += wanted.size();
+  }
+
+  void writeZerosForTheRest() {
+    static constexpr std::array<char, 4096> zeros{};
+    while (diskTakesMore_ && written_ < due_) write({zeros.data(), zeros.size()});
+  }
+
+  std::uint64_t written() const { return written_; }
+
+ private:
+  ArchiveStream& output_;
+  std::uint64_t due_;
+  std::uint64_t written_ = 0;
+  bool diskTakesMore_ = true;
+};
+
 /// Decodes straight into the output file, so that the bytes are never held as a
-/// whole. Stops writing at the claimed size or when the disk takes no more.
-ArchiveExtraction writeMember(const ArchiveMember& member, ArchiveStream& output) {
+/// whole.
+ArchiveExtraction writeMember(const ArchiveMember& member, std::uint64_t packageLength,
+                              ArchiveStream& output) {
   ArchiveExtraction extraction{.claimed = member.size};
-  const auto limit = static_cast<std::uint64_t>(std::max(member.size, 0));
-  bool writing = true;
+  extraction.due = std::min(static_cast<std::uint64_t>(std::max(member.size, 0)), packageLength);
+  MemberWriter writer(output, extraction.due);
   ChunkDecoder decoder(member.chunk);
   for (auto piece = decoder.next(); !piece.empty(); piece = decoder.next()) {
     extraction.decoded += piece.size();
-    const auto wanted = std::min<std::uint64_t>(piece.size(), limit - extraction.written);
-    writing = writing && output.write(piece.data(), wanted);
-    if (writing) extraction.written += wanted;
+    writer.write(piece);
   }
+  writer.writeZerosForTheRest();
+  extraction.written = writer.written();
   return extraction;
 }
 
@@ -68,7 +97,7 @@ ArchiveStatus CORVANE2Archive_Decompress(const char* path, const char* fileId, c
   if (status != ArchiveSuccess) return status;
   ArchiveStream output(outPath, "wb");
   if (!output) return ArchiveOutputNotCreated;
-  const auto written = writeMember(member, output);
+  const auto written = writeMember(member, package.length(), output);
   if (extraction != nullptr) *extraction = written;
   return ArchiveSuccess;
 }

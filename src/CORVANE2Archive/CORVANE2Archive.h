@@ -20,6 +20,7 @@ inline constexpr std::size_t archiveVersionCapacity = 32;
 struct ArchiveExtraction {
   std::int32_t claimed = 0;   ///< what the package says the file's size is
   std::uint64_t decoded = 0;  ///< what the package really holds
+  std::uint64_t due = 0;      ///< what was to be written
   std::uint64_t written = 0;  ///< what arrived in the output file
 };
 
@@ -29,8 +30,9 @@ ArchiveStatus CORVANE2Archive_Compress(const char* path, const ArchiveInfo& info
                                        const ArchiveFile* const* files);
 
 /// Extracts the file `fileId` of the package `path` into `outPath`, created or
-/// emptied. Writes as many bytes as the package claims, but never more than it
-/// holds; a short write does not change the status, ask `extraction` for it.
+/// emptied. Writes as many bytes as the package claims: zeros stand for those that
+/// it does not hold, but the file never gets longer than the package is. A short
+/// write does not change the status, ask `extraction` for it.
 /// Returns 0x100 when `outPath` cannot be created; on any other failure `outPath`
 /// is not touched.
 ArchiveStatus CORVANE2Archive_Decompress(const char* path, const char* fileId, const char* outPath,

@@ -81,10 +81,7 @@ void extractFile(CommandContext& context, const ArchiveArguments& arguments) {
   }
   if (status == ArchiveOutputNotCreated) failArchive(arguments.path, status);
   requireSuccess(arguments.package, status);
-  const auto claimed = static_cast<std::uint64_t>(std::max(extraction.claimed, 0));
-  if (extraction.written < std::min(claimed, extraction.decoded)) {
-    failArchive(arguments.path, ArchiveShortWrite);
-  }
+  if (extraction.written < extraction.due) failArchive(arguments.path, ArchiveShortWrite);
   if (static_cast<std::int64_t>(extraction.decoded) != extraction.claimed) {
     printNote(context, sizeProblem(arguments.fileId, extraction.decoded, extraction.claimed));
   }

@@ -110,12 +110,32 @@ TEST_F(ArchiveFacadeTest, ClaimedSizeCutsTheOutput) {
   EXPECT_EQ(extraction.decoded, 3u);
 }
 
-TEST_F(ArchiveFacadeTest, NothingBeyondTheDecodedBytesIsWritten) {
-  for (const char* size : {"4", "100", "2147483647", "99999999999999999999"}) {
-    writeFile(path, closedPackage(indexOf("1", fileBlock("a", size, "QUJD\n"))));
+TEST_F(ArchiveFacadeTest, ZerosStandForClaimedBytesThatAreNotThere) {
+  for (const std::size_t size : {4u, 100u}) {
+    writeFile(path, closedPackage(indexOf("1", fileBlock("a", std::to_string(size), "QUJD\n"))));
     ASSERT_EQ(decompress("a"), 0u) << size;
-    EXPECT_EQ(readFile(out), "ABC") << size;
+    EXPECT_EQ(readFile(out), "ABC" + std::string(size - 3, '\0')) << size;
+    EXPECT_EQ(extraction.decoded, 3u);
+    EXPECT_EQ(extraction.due, size);
+    EXPECT_EQ(extraction.written, size);
   }
+}
+
+TEST_F(ArchiveFacadeTest, NoClaimMakesTheOutputLongerThanThePackage) {
+  for (const char* size : {"2000", "2147483647", "99999999999999999999"}) {
+    const auto package = closedPackage(indexOf("1", fileBlock("a", size, "QUJD\n")));
+    writeFile(path, package);
+    ASSERT_EQ(decompress("a"), 0u) << size;
+    EXPECT_EQ(readFile(out), "ABC" + std::string(package.size() - 3, '\0')) << size;
+  }
+}
+
+TEST_F(ArchiveFacadeTest, FullDiskEndsTheZerosToo) {
+  writeFile(path, closedPackage(indexOf("1", fileBlock("a", "100", "\n"))));
+  out = "/dev/full";
+  EXPECT_EQ(decompress("a"), 0u);
+  EXPECT_EQ(extraction.due, 100u);
+  EXPECT_EQ(extraction.written, 0u);
 }
 
 TEST_F(ArchiveFacadeTest, SizesThatMakeNoSenseGiveAnEmptyFile) {

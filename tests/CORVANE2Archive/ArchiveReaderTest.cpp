@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "ArchiveFixtures.h"
 
 namespace corvane::archivetest {
@@ -101,6 +103,31 @@ TEST_F(ArchiveReaderTest, MissingElementsAreReported) {
     EXPECT_EQ(VelmarArchive_parse_archive(text, info), 17u) << name;
     VelmarArchive_free_archive(info);
   }
+}
+
+TEST_F(ArchiveReaderTest, WhatWasFoundBeforeAMissingElementStays) {
+  auto index = indexOf("1", fileBlock("a", "1", "QQ==\n"));
+  index.erase(index.find("</file_name"), 1);
+  index.erase(index.find("</archive_file_count"), 1);
+  ASSERT_EQ(read(closedPackage(index)), 0u);
+  ASSERT_EQ(parseFile("a"), 17u);
+  EXPECT_STREQ(file.id, "a");
+  EXPECT_STREQ(file.version, "v-a");
+  EXPECT_STREQ(file.description, "d");
+  EXPECT_EQ(file.name, nullptr);
+  EXPECT_NE(file.data, nullptr);
+  ASSERT_EQ(VelmarArchive_parse_archive(text, info), 17u);
+  EXPECT_STREQ(info.id, "ID");
+  EXPECT_STREQ(info.version, "V");
+}
+
+TEST_F(ArchiveReaderTest, DataIsZeroBehindWhatWasDecoded) {
+  ASSERT_EQ(read(closedPackage(indexOf("1", fileBlock("a", "100", "QUJD\n")))), 0u);
+  ASSERT_EQ(parseFile("a"), 0u);
+  EXPECT_EQ(file.size, 100);
+  EXPECT_EQ(file.decodedSize, 3u);
+  const std::string bytes(reinterpret_cast<const char*>(file.data), std::strlen(text));
+  EXPECT_EQ(bytes, "ABC" + std::string(bytes.size() - 3, '\0'));
 }
 
 TEST_F(ArchiveReaderTest, CountThatIsNoNumberIsZero) {

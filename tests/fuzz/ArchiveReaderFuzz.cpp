@@ -53,8 +53,11 @@ void extract(const std::string& path) {
       CORVANE2Archive_Decompress(path.c_str(), "emulex.grp", output.c_str(), &extraction);
   if (status != ArchiveSuccess) return;
   const auto claimed = static_cast<std::uint64_t>(std::max(extraction.claimed, 0));
-  fuzz::require(fuzz::readScratch(output).size() == std::min(extraction.decoded, claimed),
-                "the smaller of both sizes is written");
+  fuzz::require(extraction.due <= claimed && extraction.due <= fuzz::readScratch(path).size(),
+                "no more is due than was claimed and than the package has");
+  fuzz::require(extraction.due >= std::min(extraction.decoded, claimed),
+                "nothing held is left out");
+  fuzz::require(fuzz::readScratch(output).size() == extraction.due, "all that is due is written");
 }
 
 void readVersion(const std::string& path) {
