@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
+#include <new>
 
 #include "fibre_channel/CorvaneAPIFixture.h"
 
@@ -9,6 +11,22 @@ using namespace corvane;
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+namespace {
+
+/// Whether memory that is asked for without exceptions has run out, as the image's is.
+bool imageMemoryIsUsedUp = false;
+
+}  // namespace
+
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+  if (imageMemoryIsUsedUp) return nullptr;
+  try {
+    return ::operator new[](size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
 
 namespace {
 
@@ -108,6 +126,18 @@ TEST_F(CorvaneAPIFirmware, RefusedOpeningIsNotTheResultEither) {
   EXPECT_EQ(transfer(), 0);
   EXPECT_NE(answered, statusSuccess);
   EXPECT_NE(answered, 77);
+}
+
+TEST_F(CorvaneAPIFirmware, WithoutMemoryNothingIsHandedOver) {
+  writeImage({1, 2, 3});
+  imageMemoryIsUsedUp = true;
+  const int64_t result = transfer();
+  imageMemoryIsUsedUp = false;
+  EXPECT_EQ(result, 1);
+  EXPECT_EQ(log.errorText(), "Memory error!");
+  EXPECT_EQ(log.outputText(), "open ELX FW file success\nelx fw size 3\n");
+  EXPECT_THAT(userClient.order(), IsEmpty());
+  EXPECT_EQ(answered, 77);
 }
 
 TEST_F(CorvaneAPIFirmware, MissingFileIsTriedThreeTimesASecondApart) {

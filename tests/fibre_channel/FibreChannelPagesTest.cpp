@@ -247,7 +247,7 @@ TEST_F(FibreChannelPagesTest, UsableModuleIsReadTwiceAndCanBeShown) {
 TEST_F(FibreChannelPagesTest, EmptyCageIsReadOnce) {
   attachCorvane2With8G();
   showPort(0);
-  EXPECT_THAT(sent(13), SizeIs(1));
+  EXPECT_THAT(sent(13), ElementsAre(on(firstService, dataText(std::vector<uint8_t>(104)))));
   EXPECT_FALSE(controls.SFPInfoButton.isEnabled());
   EXPECT_EQ(controls.SFPErrorMessage.text(), "");
 }
@@ -282,13 +282,31 @@ TEST_F(FibreChannelPagesTest, ModuleThatAnswersLateIsJudgedByItsSecondReading) {
   EXPECT_EQ(controls.SFPErrorMessage.text(), "");
 }
 
+TEST_F(FibreChannelPagesTest, OnlyAWrongModuleIsTurnedAwayAtTheSecondReading) {
+  attachCorvane2With8G();
+  ports[firstService].module = true;
+  int readings = 0;
+  const auto driver = fake.userClient.answer;
+  fake.userClient.answer = [&](RegistryHandle service, uint32_t selector,
+                               std::span<const uint8_t> input, std::span<uint8_t> output) {
+    if (selector == 13 && ++readings == 2) ports[service].module = false;
+    return driver(service, selector, input, output);
+  };
+  showPort(0);
+  EXPECT_EQ(readings, 2);
+  EXPECT_TRUE(controls.SFPInfoButton.isEnabled());
+  EXPECT_EQ(controls.SFPErrorMessage.text(), "");
+}
+
 TEST_F(FibreChannelPagesTest, DriverTooOldForModulesIsNotAsked) {
   attachCorvane2With8G();
   ports[firstService].module = true;
+  controls.SFPErrorMessage.setText("as it was");
   fake.bundles.install(newDriver, "1.0.44");
   showPort(0);
   EXPECT_THAT(sent(13), IsEmpty());
   EXPECT_FALSE(controls.SFPInfoButton.isEnabled());
+  EXPECT_EQ(controls.SFPErrorMessage.text(), "as it was");
   fake.bundles.install(newDriver, "1.0.45");
   showPort(0);
   EXPECT_THAT(sent(13), SizeIs(2));
@@ -351,6 +369,26 @@ TEST_F(FibreChannelPagesTest, SpeedIsSetInTheBackgroundForThePortOnShow) {
   EXPECT_TRUE(controls.portProgress.isRunning());
   dispatch.runUntilIdle();
   EXPECT_THAT(sent(6), ElementsAre(on(secondService, "<401f0000 00000000>")));
+}
+
+TEST_F(FibreChannelPagesTest, SettingsAreMadeOnTheBackgroundQueueAndReadOnTheMainOne) {
+  attachCorvane2With8G();
+  showPort(0);
+  std::vector<uint32_t> calledFromWorkers;
+  const auto driver = fake.userClient.answer;
+  fake.userClient.answer = [&](RegistryHandle service, uint32_t selector,
+                               std::span<const uint8_t> input, std::span<uint8_t> output) {
+    if (!dispatch.isMain()) calledFromWorkers.push_back(selector);
+    return driver(service, selector, input, output);
+  };
+  chooseTag(controls.setSpeed, 4000);
+  chooseTag(controls.setTopology, 1);
+  pages->FinalChoosePortALPA(0xEF);
+  dispatch.advance(10s);
+  EXPECT_THAT(calledFromWorkers, ElementsAre(6U, 5U, 7U));
+  EXPECT_THAT(
+      dispatch.priorities(),
+      ElementsAre(QueuePriority::Background, QueuePriority::Background, QueuePriority::Background));
 }
 
 TEST_F(FibreChannelPagesTest, AutomaticGoesAsOneOn16GAdaptersOnly) {

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "CORVANE2Archive/ArchiveFixtures.h"
 #include "Volumes.h"
 #include "fakes/OneFilePackage.h"
 #include "fibre_channel/FibreChannelFixture.h"
@@ -44,6 +45,7 @@ class FirmwareUpdateTest : public FibreChannelFixture {
   ~FirmwareUpdateTest() override { std::filesystem::remove_all(folder); }
 
   void takeImage(RegistryHandle service, std::span<const uint8_t> input) {
+    EXPECT_FALSE(dispatch.isMain());
     uint64_t address = 0;
     for (size_t index = 16; index-- > 8;) address = address << 8 | input[index];
     const size_t size = input[0] | static_cast<size_t>(input[1]) << 8;
@@ -177,6 +179,15 @@ TEST_F(FirmwareUpdateTest, VerifiedPackageIsConfirmedWithItsVersion) {
                           ""}));
 }
 
+TEST_F(FirmwareUpdateTest, ConfirmationNamesTheVersionThatWasReadLast) {
+  const std::string package = writePackage("good.pkg", "IMAGE");
+  update->updateFW();
+  fake.prompts.choosePaths({package});
+  writePackage("good.pkg", "IMAGE", "emulex.grp", "2.0.2");
+  dispatch.runUntilIdle();
+  EXPECT_THAT(lastAlert().informativeText, testing::StartsWith("The new FW version: 2.0.2 \n\n"));
+}
+
 TEST_F(FirmwareUpdateTest, CancelledConfirmationTouchesNothing) {
   choose(writePackage("good.pkg", "IMAGE"));
   fake.prompts.pressSheetButton(1);
@@ -197,6 +208,7 @@ TEST_F(FirmwareUpdateTest, UnmountsTransfersOnceThroughTheFirstPortAndMounts) {
   EXPECT_TRUE(update->isRunning());
   EXPECT_THAT(dispatch.priorities(), ElementsAre(QueuePriority::Default));
   dispatch.runUntilIdle();
+  EXPECT_THAT(dispatch.priorities(), ElementsAre(QueuePriority::Default, QueuePriority::Default));
   EXPECT_THAT(transferred, ElementsAre("IMAGE"));
   EXPECT_EQ(transferService, firstService);
   EXPECT_THAT(disksAtTransfer,
@@ -367,6 +379,24 @@ TEST_F(FirmwareUpdateTest, PackageReplacedByOneOfAnotherVersionTransfersNothing)
   EXPECT_TRUE(update->lastOutcome()->extraction.replaced);
   EXPECT_EQ(update->lastOutcome()->version, "2.0.1");
   EXPECT_FALSE(update->lastOutcome()->succeeded());
+}
+
+TEST_F(FirmwareUpdateTest, ImageOfAFalseSizeIsNotTransferred) {
+  for (const char* size : {"9", "2", "-3"}) {
+    const std::string package = (folder / "false-size.pkg").string();
+    archivetest::writeFile(package,
+                           archivetest::closedPackage(archivetest::indexOf(
+                               "1", archivetest::fileBlock("emulex.grp", size, "QUJD\n"))));
+    choose(package);
+    confirm();
+    dispatch.advance(3s);
+    EXPECT_THAT(transferred, IsEmpty()) << size;
+    EXPECT_FALSE(std::filesystem::exists(fake.paths.extractedImage)) << size;
+    EXPECT_EQ(lastAlert().informativeText, finishText);
+    EXPECT_EQ(update->lastOutcome()->extraction.status, ArchiveSuccess);
+    EXPECT_FALSE(update->lastOutcome()->extraction.complete);
+    EXPECT_FALSE(update->lastOutcome()->succeeded());
+  }
 }
 
 TEST_F(FirmwareUpdateTest, PackageReplacedByOneOfTheSameVersionIsTaken) {
