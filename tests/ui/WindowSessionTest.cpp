@@ -88,7 +88,7 @@ void WindowSessionTest::anAdapterThatADumpCannotListIsNamedInGerman() {
   QtMainQueue queue;
   WindowSession session(dumpOptions("desktop-2013-cut.txt"), queue);
   session.start();
-  QTRY_VERIFY(session.window().findChild<QMessageBox*>("unlistedAdapters"));
+  QTRY_VERIFY_WITH_TIMEOUT(session.window().findChild<QMessageBox*>("unlistedAdapters"), patience);
   const auto* const box = session.window().findChild<QMessageBox*>("unlistedAdapters");
   QVERIFY(box->text().startsWith("Corvane2 16G FC an A - 1: angeschlossen, aber nicht aufgeführt"));
   QVERIFY(box->informativeText().contains("13 Zeilen sind abgeschnitten"));
