@@ -67,7 +67,9 @@ void changeBench(const BenchArguments& arguments, const std::function<void(Bench
   } catch (const BenchFileError& error) {
     throw refusalOf(arguments, error);
   } catch (const BenchEditError& error) {
-    throw CommandFailure(ExitStatus::Failed, arguments.bench, error.what());
+    throw CommandFailure(
+        ExitStatus::Failed, arguments.bench, error.what(),
+        "The file has not been changed; \"corvane-bench " + arguments.bench + " show\" prints it.");
   }
 }
 
@@ -76,6 +78,21 @@ BenchAdapter& adapterOf(BenchState& state, const BenchArguments& arguments) {
   throw CommandFailure(ExitStatus::NotFound, arguments.subject,
                        "no adapter is plugged in under that label or name",
                        "\"corvane-bench " + arguments.bench + " show\" prints what is there.");
+}
+
+void requirePort(const BenchAdapter& adapter, const BenchArguments& arguments) {
+  const size_t ports =
+      adapter.nodeWWN.empty() ? adapter.ethernetPorts.size() : adapter.fibreChannelPorts.size();
+  if (arguments.port >= 1 && static_cast<size_t>(arguments.port) <= ports) return;
+  throw CommandFailure(ExitStatus::NotFound, arguments.subject,
+                       "there is no port " + std::to_string(arguments.port),
+                       "An adapter has the ports 1 and 2.");
+}
+
+BenchAdapter& adapterWithPort(BenchState& state, const BenchArguments& arguments) {
+  BenchAdapter& adapter = adapterOf(state, arguments);
+  requirePort(adapter, arguments);
+  return adapter;
 }
 
 std::string textOfFile(const std::string& path) {
@@ -109,7 +126,7 @@ BenchTransceiver moduleOf(const std::string& path) {
   return {"", hexadecimal(bytes.substr(0, serialAreaSize))};
 }
 
-void newBench(CommandContext&, const BenchArguments& arguments) {
+void newBench(const BenchArguments& arguments) {
   try {
     const BenchFile file(arguments.bench);
     if (std::filesystem::exists(file.path())) {
@@ -142,24 +159,25 @@ void plug(CommandContext& context, const BenchArguments& arguments) {
   printAnswer(context, {{"label", label}});
 }
 
-void unplug(CommandContext&, const BenchArguments& arguments) {
+void unplug(const BenchArguments& arguments) {
   changeBench(arguments, [&](BenchState& state) { unplugAdapter(adapterOf(state, arguments)); });
 }
 
-void changeLink(CommandContext&, const BenchArguments& arguments) {
+void changeLink(const BenchArguments& arguments) {
   changeBench(arguments, [&](BenchState& state) {
-    setLink(adapterOf(state, arguments), arguments.port, arguments.value == "up", arguments.speed);
+    setLink(adapterWithPort(state, arguments), arguments.port, arguments.value == "up",
+            arguments.speed);
   });
 }
 
-void changeModule(CommandContext&, const BenchArguments& arguments) {
+void changeModule(const BenchArguments& arguments) {
   const BenchTransceiver module = moduleOf(arguments.value);
   changeBench(arguments, [&](BenchState& state) {
-    fibreChannelPort(adapterOf(state, arguments), arguments.port).transceiver = module;
+    fibreChannelPort(adapterWithPort(state, arguments), arguments.port).transceiver = module;
   });
 }
 
-void changeDriver(CommandContext&, const BenchArguments& arguments) {
+void changeDriver(const BenchArguments& arguments) {
   changeBench(arguments, [&](BenchState& state) {
     if (arguments.value == "none") {
       state.drivers.erase(arguments.subject);
@@ -169,11 +187,11 @@ void changeDriver(CommandContext&, const BenchArguments& arguments) {
   });
 }
 
-void changeSystemVersion(CommandContext&, const BenchArguments& arguments) {
+void changeSystemVersion(const BenchArguments& arguments) {
   changeBench(arguments, [&](BenchState& state) { state.computer.osVersion = arguments.value; });
 }
 
-void changeFault(CommandContext&, const BenchArguments& arguments) {
+void changeFault(const BenchArguments& arguments) {
   changeBench(arguments, [&](BenchState& state) {
     if (arguments.value == "on") {
       state.faults.insert(arguments.subject);
@@ -183,7 +201,7 @@ void changeFault(CommandContext&, const BenchArguments& arguments) {
   });
 }
 
-void setField(CommandContext&, const BenchArguments& arguments) {
+void setField(const BenchArguments& arguments) {
   try {
     BenchFile(arguments.bench).set(arguments.subject, arguments.value);
   } catch (const BenchFileError& error) {
@@ -200,7 +218,7 @@ std::vector<uint8_t> payloadOf(size_t size) {
   return payload;
 }
 
-void writeImage(CommandContext&, const BenchArguments& arguments) {
+void writeImage(const BenchArguments& arguments) {
   const auto image =
       makeFirmwareImage({arguments.generation, arguments.version}, payloadOf(arguments.size));
   std::ofstream file(arguments.value, std::ios::binary | std::ios::trunc);
@@ -217,6 +235,13 @@ void serve(CommandContext& context, const BenchArguments& arguments) {
 }
 
 using BenchWork = void (*)(CommandContext&, const BenchArguments&);
+
+/// A command that answers by its exit status alone; under `--json` that is an empty document.
+template <void (*Change)(const BenchArguments&)>
+void runSilently(CommandContext& context, const BenchArguments& arguments) {
+  Change(arguments);
+  printAnswer(context, ordered_json::object());
+}
 
 /// Adds commands that share one set of arguments.
 class BenchCommandBuilder {
@@ -254,7 +279,7 @@ class BenchCommandBuilder {
   }
 
   void addPort(CLI::App& command) {
-    command.add_option("--port", arguments_->port, "1 or 2")->required()->check(CLI::Range(1, 2));
+    command.add_option("--port", arguments_->port, "1 or 2")->required();
   }
 
  private:
@@ -265,14 +290,14 @@ class BenchCommandBuilder {
 
 void addFileCommands(BenchCommandBuilder& builder) {
   BenchArguments& arguments = builder.arguments();
-  CLI::App& created = builder.add("new", "Write a bench", &newBench);
+  CLI::App& created = builder.add("new", "Write a bench", &runSilently<newBench>);
   created.add_option("FILE", arguments.bench, "the bench to write")->required();
   created.add_option("--from", arguments.value, "demo or empty")
       ->default_str("demo")
       ->default_val("demo")
       ->check(CLI::IsMember({"demo", "empty"}));
   builder.addOnBench("show", "Print the bench", &showBench);
-  CLI::App& field = builder.addOnBench("set", "Set any field", &setField);
+  CLI::App& field = builder.addOnBench("set", "Set any field", &runSilently<setField>);
   field.add_option("POINTER", arguments.subject, "the field's JSON pointer")->required();
   field.add_option("VALUE", arguments.value, "JSON, or a bare text")->required();
 }
@@ -285,15 +310,15 @@ void addAdapterCommands(BenchCommandBuilder& builder) {
       ->required();
   plugged.add_option("--hop", arguments.hop, "position on the chain")->required();
   plugged.add_option("--wwn", arguments.name, "its node name, or first MAC address");
-  builder.addLabel(builder.addOnBench("unplug", "Unplug an adapter", &unplug));
-  CLI::App& link = builder.addOnBench("link", "Drop or restore a link", &changeLink);
+  builder.addLabel(builder.addOnBench("unplug", "Unplug an adapter", &runSilently<unplug>));
+  CLI::App& link = builder.addOnBench("link", "Drop or restore a link", &runSilently<changeLink>);
   builder.addLabel(link);
   link.add_option("STATE", arguments.value, "up or down")
       ->required()
       ->check(CLI::IsMember({"up", "down"}));
   builder.addPort(link);
   link.add_option("--speed", arguments.speed, "what the partner runs at, in Mb/s");
-  CLI::App& module = builder.addOnBench("sfp", "Change a transceiver", &changeModule);
+  CLI::App& module = builder.addOnBench("sfp", "Change a transceiver", &runSilently<changeModule>);
   builder.addLabel(module);
   module.add_option("DUMP", arguments.value, "its EEPROM, or none")->required();
   builder.addPort(module);
@@ -301,13 +326,15 @@ void addAdapterCommands(BenchCommandBuilder& builder) {
 
 void addComputerCommands(BenchCommandBuilder& builder) {
   BenchArguments& arguments = builder.arguments();
-  CLI::App& driver = builder.addOnBench("driver", "Install or remove a driver", &changeDriver);
+  CLI::App& driver =
+      builder.addOnBench("driver", "Install or remove a driver", &runSilently<changeDriver>);
   driver.add_option("NAME", arguments.subject, "Corvane-FC, Corvane2-FC or Corvane2-10GE")
       ->required();
   driver.add_option("VERSION", arguments.value, "its version, or none")->required();
-  CLI::App& system = builder.addOnBench("os", "Change the system's release", &changeSystemVersion);
+  CLI::App& system =
+      builder.addOnBench("os", "Change the system's release", &runSilently<changeSystemVersion>);
   system.add_option("VERSION", arguments.value, "such as 10.8.5 or 14.3")->required();
-  CLI::App& fault = builder.addOnBench("fault", "Switch a fault", &changeFault);
+  CLI::App& fault = builder.addOnBench("fault", "Switch a fault", &runSilently<changeFault>);
   fault.add_option("NAME", arguments.subject, "such as link-flaps")->required();
   fault.add_option("STATE", arguments.value, "on or off")
       ->required()
@@ -318,7 +345,8 @@ void addSupplyCommands(BenchCommandBuilder& builder) {
   constexpr size_t largestImage = 100'000'000;
   constexpr int highestPort = 65535;
   BenchArguments& arguments = builder.arguments();
-  CLI::App& image = builder.add("image", "Write a controller image for a bench", &writeImage);
+  CLI::App& image =
+      builder.add("image", "Write a controller image for a bench", &runSilently<writeImage>);
   image.add_option("FILE", arguments.value, "the image to write")->required();
   image.add_option("--generation", arguments.generation, "2 or 3")
       ->required()

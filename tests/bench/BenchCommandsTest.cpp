@@ -115,6 +115,33 @@ TEST_F(BenchCommandsTest, PlugTellsTheLabelAndUnplugTakesIt) {
   EXPECT_EQ(runOn({"unplug", "I9"}).status, 3);
 }
 
+TEST_F(BenchCommandsTest, NothingIsGuessedBetweenTwoAdapters) {
+  run({"new", bench_, "--from", "empty"});
+  for (const char* bridge : {"11", "12"}) {
+    EXPECT_EQ(runOn({"plug", "Corvane3 F2", "--bridge", bridge, "--hop", "1"}).status, 0);
+  }
+  const auto refused = runOn({"unplug", "(null) - 1"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err, HasSubstr("fits several adapters"));
+  for (const BenchAdapter& adapter : state().adapters) EXPECT_TRUE(adapter.attached);
+  EXPECT_EQ(runOn({"unplug", state().adapters[0].nodeWWN}).status, 0);
+  EXPECT_FALSE(state().adapters[0].attached);
+}
+
+TEST_F(BenchCommandsTest, AnUnknownProductIsAnsweredWithThoseThereAre) {
+  run({"new", bench_, "--from", "empty"});
+  const auto refused = runOn({"plug", "Corvane9", "--bridge", "1", "--hop", "1"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err, HasSubstr("\"Corvane2 8G FC\", "));
+  EXPECT_THAT(refused.err, HasSubstr("\"Corvane3 F2\""));
+}
+
+TEST_F(BenchCommandsTest, ACommandWithoutAnAnswerIsAnEmptyDocumentUnderJson) {
+  EXPECT_EQ(run({"new", bench_, "--json"}).out, "{}\n");
+  EXPECT_EQ(runOn({"unplug", "A1", "--json"}).out, "{}\n");
+  EXPECT_EQ(runOn({"os", "10.12.6"}).out, "");
+}
+
 TEST_F(BenchCommandsTest, LinkGoesDownAndComesBackAtTheSpeedGiven) {
   makeDemo();
   done({"link", "A1", "--port", "1", "down"});
@@ -122,7 +149,11 @@ TEST_F(BenchCommandsTest, LinkGoesDownAndComesBackAtTheSpeedGiven) {
   done({"link", "a - 1", "up", "--port", "1", "--speed", "4000"});
   EXPECT_TRUE(state().adapters[0].fibreChannelPorts[0].link);
   EXPECT_EQ(state().adapters[0].fibreChannelPorts[0].partner.speeds, std::vector<int64_t>{4000});
-  EXPECT_EQ(runOn({"link", "A1", "--port", "3", "up"}).status, 2);
+  EXPECT_EQ(runOn({"link", "A1", "--port", "x", "up"}).status, 2);
+  for (const char* port : {"3", "0", "-1"}) {
+    EXPECT_EQ(runOn({"link", "A1", "--port", port, "up"}).status, 3) << port;
+    EXPECT_EQ(runOn({"sfp", "A1", "--port", port, "none"}).status, 3) << port;
+  }
   EXPECT_EQ(runOn({"link", "A1", "--port", "1", "sideways"}).status, 2);
   EXPECT_EQ(runOn({"link", "A1", "--port", "1", "up", "--speed", "3000"}).status, 1);
   EXPECT_EQ(runOn({"link", "C1", "--port", "1", "up", "--speed", "4000"}).status, 1);
@@ -194,6 +225,9 @@ TEST_F(BenchCommandsTest, EveryCommandRefusesABenchThatDoesNotFit) {
 
 TEST_F(BenchCommandsTest, AMissingBenchAndAMissingNameAreToldApart) {
   EXPECT_EQ(runOn({"show"}).status, 3);
+  EXPECT_EQ(runOn({"unplug", "A1"}).status, 3);
+  EXPECT_EQ(runOn({"set", "/clockRate", "1"}).status, 3);
+  EXPECT_FALSE(std::filesystem::exists(bench_ + ".lock"));
   EXPECT_EQ(run({"show"}).status, 2);
   EXPECT_EQ(run({bench_}).status, 2);
   EXPECT_EQ(run({}).status, 2);

@@ -47,6 +47,14 @@ bool isNameTaken(const BenchState& state, const std::string& name) {
                      [&](const BenchAdapter& adapter) { return hasName(adapter, name); });
 }
 
+[[noreturn]] void refuseUnknownProduct(const std::string& product) {
+  std::string names;
+  for (const BenchProduct& each : benchProducts()) {
+    names += fmt::format("{}\"{}\"", names.empty() ? "" : ", ", each.name);
+  }
+  throw BenchEditError(fmt::format("there is no product \"{}\", but {}", product, names));
+}
+
 void refuseTakenPlace(const BenchState& state, int64_t bridge, int64_t hop) {
   for (const BenchAdapter& adapter : state.adapters) {
     if (adapter.attached && adapter.bridge == bridge && adapter.hop == hop) {
@@ -171,11 +179,16 @@ std::string benchLabel(const BenchAdapter& adapter) {
 
 BenchAdapter* findAdapter(BenchState& state, const std::string& label) {
   const std::string wanted = plain(label);
+  BenchAdapter* found = nullptr;
   for (BenchAdapter& adapter : state.adapters) {
     if (!adapter.attached) continue;
-    if (plain(benchLabel(adapter)) == wanted || hasName(adapter, label)) return &adapter;
+    if (plain(benchLabel(adapter)) != wanted && !hasName(adapter, label)) continue;
+    if (found != nullptr) {
+      throw BenchEditError(fmt::format("{} fits several adapters; name one by its address", label));
+    }
+    found = &adapter;
   }
-  return nullptr;
+  return found;
 }
 
 BenchFibreChannelPort& fibreChannelPort(BenchAdapter& adapter, int number) {
@@ -191,7 +204,7 @@ BenchFibreChannelPort& fibreChannelPort(BenchAdapter& adapter, int number) {
 std::string plugAdapter(BenchState& state, const std::string& product, int64_t bridge, int64_t hop,
                         const std::optional<std::string>& name) {
   const BenchProduct* model = findBenchProduct(product);
-  if (model == nullptr) throw BenchEditError(fmt::format("there is no product \"{}\"", product));
+  if (model == nullptr) refuseUnknownProduct(product);
   refuseTakenPlace(state, bridge, hop);
   BenchAdapter* adapter = findUnplugged(state, product, bridge, hop, name);
   if (adapter == nullptr && name && isNameTaken(state, *name)) {

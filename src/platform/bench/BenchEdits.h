@@ -19,7 +19,8 @@ class BenchEditError : public std::runtime_error {
 std::string benchLabel(const BenchAdapter& adapter);
 
 /// The attached adapter that `label` names: a label in any case, with or without blanks and hyphen,
-/// a node or port name, or a MAC address. Null when there is none.
+/// a node or port name, or a MAC address. Null when there is none. Throws
+/// BenchEditError when it fits several.
 BenchAdapter* findAdapter(BenchState& state, const std::string& label);
 
 /// The port of that number, 1 or 2, of a Fibre Channel adapter. Throws BenchEditError.

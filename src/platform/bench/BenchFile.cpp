@@ -40,6 +40,11 @@ std::string errorLine(const std::string& path, size_t line, const std::string& f
   throw BenchFileError(kind, path, 0, "", fmt::format("{}: {}", action, std::strerror(error)));
 }
 
+/// Locking would leave a lock file behind where there is no bench.
+void requireFile(const std::string& path) {
+  if (::access(path.c_str(), F_OK) != 0) refuseUnreadable(path, "it cannot be opened");
+}
+
 class FileDescriptor {
  public:
   explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
@@ -188,6 +193,7 @@ BenchState BenchFile::load() const {
 }
 
 void BenchFile::update(const std::function<void(BenchState&)>& change) const {
+  requireFile(path_);
   const FileLock lock(path_);
   const BenchState before = load();
   BenchState after = before;
@@ -199,6 +205,7 @@ void BenchFile::update(const std::function<void(BenchState&)>& change) const {
 }
 
 void BenchFile::set(const std::string& pointer, const std::string& value) const {
+  requireFile(path_);
   const FileLock lock(path_);
   BenchDocument document = parseBenchDocument(readFile(path_), path_);
   assign(document, pointer, valueOf(value), path_);

@@ -20,8 +20,9 @@ constexpr const char* folders[] = {"private/tmp",
                                    "System/Library/Extensions"};
 
 [[noreturn]] void refuse(const std::string& path, const std::error_code& error) {
-  throw BenchFileError(BenchFileError::Kind::Unreadable, path, 0, "",
-                       "it cannot be made: " + error.message());
+  throw BenchFileError(
+      BenchFileError::Kind::Unreadable, path, 0, "",
+      "\"" + path + "\", where its files are kept, cannot be made: " + error.message());
 }
 
 void placeLink(const std::string& path, const std::string& target) {
