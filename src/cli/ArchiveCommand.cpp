@@ -5,12 +5,14 @@
 #include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <system_error>
 
 #include "CORVANE2Archive/CORVANE2Archive.h"
 #include "cli/ArchiveReport.h"
 #include "cli/ArchiveVerification.h"
 #include "cli/CommandOutput.h"
 #include "cli/PackageCreation.h"
+#include "cli/StagedFile.h"
 
 namespace corvane {
 
@@ -70,18 +72,38 @@ void refuseToOverwriteThePackage(const ArchiveArguments& arguments) {
   }
 }
 
-void extractFile(CommandContext& context, const ArchiveArguments& arguments) {
-  refuseToOverwriteThePackage(arguments);
+/// Reads the package and writes the file that is asked for.
+ArchiveExtraction decompress(CommandContext& context, const ArchiveArguments& arguments,
+                             const StagedFile& output) {
   ArchiveExtraction extraction;
-  ArchiveStatus status = ArchiveSuccess;
-  {
-    PackageProgress progress(context, "reading", packageSize(arguments.package));
-    status = CORVANE2Archive_Decompress(arguments.package.c_str(), arguments.fileId.c_str(),
-                                        arguments.path.c_str(), &extraction, progress.function());
-  }
+  PackageProgress progress(context, "reading", packageSize(arguments.package));
+  const auto status = CORVANE2Archive_Decompress(
+      arguments.package.c_str(), arguments.fileId.c_str(), output.path().c_str(), &extraction,
+      [&](std::uint64_t done, std::uint64_t total) {
+        progress.show(done, total);
+        requireUninterrupted(output, arguments.path);
+      });
   if (status == ArchiveOutputNotCreated) failArchive(arguments.path, status);
   requireSuccess(arguments.package, status);
-  if (extraction.written < extraction.due) failArchive(arguments.path, ArchiveShortWrite);
+  return extraction;
+}
+
+/// What is there already under the output's name stays until the whole file can take its place.
+ArchiveExtraction decompressAside(CommandContext& context, const ArchiveArguments& arguments) {
+  try {
+    StagedFile output(arguments.path);
+    const ArchiveExtraction extraction = decompress(context, arguments, output);
+    if (extraction.written < extraction.due) failArchive(arguments.path, ArchiveShortWrite);
+    output.commit();
+    return extraction;
+  } catch (const std::system_error&) {
+    failArchive(arguments.path, ArchiveOutputNotCreated);
+  }
+}
+
+void extractFile(CommandContext& context, const ArchiveArguments& arguments) {
+  refuseToOverwriteThePackage(arguments);
+  const ArchiveExtraction extraction = decompressAside(context, arguments);
   if (static_cast<std::int64_t>(extraction.decoded) != extraction.claimed) {
     printNote(context, sizeProblem(arguments.fileId, extraction.decoded, extraction.claimed));
   }

@@ -57,6 +57,12 @@ void requireSuccess(const std::string& package, ArchiveStatus status) {
   if (status != ArchiveSuccess) failArchive(package, status);
 }
 
+void requireUninterrupted(const StagedFile& staged, const std::string& output) {
+  if (!staged.isInterrupted()) return;
+  throw CommandFailure(ExitStatus::Failed, output, "writing it was interrupted",
+                       "What was there before has been kept.");
+}
+
 void printStatusAnswer(CommandContext& context, const ordered_json& fields) {
   if (!context.json) {
     printAnswer(context, fields);

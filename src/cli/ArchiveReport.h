@@ -12,6 +12,7 @@
 #include "CORVANE2Archive/ArchiveIndex.h"
 #include "CORVANE2Archive/VelmarArchive.h"
 #include "cli/CommandOutput.h"
+#include "cli/StagedFile.h"
 
 namespace corvane {
 
@@ -21,6 +22,9 @@ namespace corvane {
 
 /// Fails unless `status` is 0.
 void requireSuccess(const std::string& package, ArchiveStatus status);
+
+/// Fails when the program was interrupted while it wrote `staged`, which `output` names.
+void requireUninterrupted(const StagedFile& staged, const std::string& output);
 
 /// Prints `fields` behind a status of 0; as text the status goes without saying.
 void printStatusAnswer(CommandContext& context, const nlohmann::ordered_json& fields);

@@ -1,11 +1,9 @@
 #include "cli/CommandOutput.h"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <iostream>
 #include <nlohmann/json.hpp>
 
 namespace corvane {
@@ -164,27 +162,29 @@ bool asksForJson(const std::vector<std::string>& arguments) {
   return std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
 }
 
+/// What is wrong with the command line. The library asks for a command even where one was given
+/// that is none.
+std::string complaint(const CLI::App& app, const CLI::ParseError& error) {
+  const auto unknown = app.remaining(true);
+  const std::string text = error.what();
+  if (unknown.empty() || text != CLI::RequiredError::Subcommand(1).what()) return text;
+  return fmt::format("there is no {} \"{}\"",
+                     unknown.front().starts_with('-') ? "option" : "command", unknown.front());
+}
+
 int reportParseError(CLI::App& app, CommandContext& context,
                      const std::vector<std::string>& arguments, const CLI::ParseError& error) {
   if (error.get_exit_code() == 0) return app.exit(error, context.out, context.err);
   context.json = asksForJson(arguments);
-  printFailure(context, CommandFailure(ExitStatus::WrongCommandLine, "command line", error.what(),
-                                       fmt::format("\"{} --help\" lists what there is, \"{} "
-                                                   "COMMAND --help\" what a command takes.",
-                                                   context.program, context.program)));
+  printFailure(context,
+               CommandFailure(ExitStatus::WrongCommandLine, "command line", complaint(app, error),
+                              fmt::format("\"{} --help\" lists what there is, \"{} "
+                                          "COMMAND --help\" what a command takes.",
+                                          context.program, context.program)));
   return exitCode(ExitStatus::WrongCommandLine);
 }
 
 }  // namespace
-
-CommandContext standardContext(std::string program) {
-  return CommandContext{.program = std::move(program),
-                        .in = std::cin,
-                        .out = std::cout,
-                        .err = std::cerr,
-                        .inputIsTerminal = isatty(STDIN_FILENO) == 1,
-                        .errorIsTerminal = isatty(STDERR_FILENO) == 1};
-}
 
 CommandFailure::CommandFailure(ExitStatus status, const std::string& subject,
                                const std::string& reason, std::string hint)

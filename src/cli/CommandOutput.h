@@ -36,9 +36,6 @@ struct CommandContext {
   bool json = false;             ///< set by the command's `--json`
 };
 
-/// A context on the standard streams of this process.
-CommandContext standardContext(std::string program);
-
 /// Thrown by a command that cannot go on: WHAT was worked on, WHY it failed, and
 /// a hint what to do about it (a whole sentence, or empty when there is none).
 class CommandFailure : public std::runtime_error {

@@ -11,6 +11,7 @@
 
 #include "FirmwareImageFile.h"
 #include "cli/AdministratorRights.h"
+#include "cli/Interruption.h"
 #include "cli/Session.h"
 
 namespace corvane {
@@ -85,6 +86,9 @@ bool isConfirmed(CommandContext& context, const FirmwareOptions& options,
 
 // Updating.
 
+constexpr const char* finishedFirst =
+    "interrupted, but an update must not be left half done: it is finished first";
+
 void requireFibreChannel(AppDelegate& app, const FirmwareOptions& options) {
   if (app.state().intProduct == static_cast<int64_t>(AdapterFamily::FibreChannel)) return;
   throw CommandFailure(ExitStatus::Failed, options.label,
@@ -101,9 +105,10 @@ void requireOnShow(AppDelegate& app, const std::weak_ptr<Corvane2Device>& adapte
 }
 
 // The update's own dialogue, answered by the command line: the package is chosen in the panel, and
-// the first alert asks for the confirmation.
+// the first alert asks for the confirmation. From then on an interrupt is kept, since volumes that
+// are offline and half a firmware are no state to leave behind.
 void answerDialogue(Session& session, CommandContext& context, const FirmwareOptions& options,
-                    Answer& answer) {
+                    Answer& answer, std::optional<KeptInterruption>& interruption) {
   CommandPrompts& prompts = session.prompts();
   prompts.answerOpenPanel = [&options](const OpenPanelRequest&) {
     return std::vector<std::string>{std::filesystem::absolute(options.package).string()};
@@ -113,6 +118,7 @@ void answerDialogue(Session& session, CommandContext& context, const FirmwareOpt
     const bool asks = content.buttons.size() > 1;
     const bool confirmed = asks && isConfirmed(context, options, content.informativeText);
     answer = confirmed ? Answer::Confirmed : Answer::Declined;
+    if (confirmed) interruption.emplace([&context] { printNote(context, finishedFirst); });
     return confirmed ? 0 : 1;
   };
 }
@@ -125,7 +131,8 @@ bool runUpdate(Session& session, CommandContext& context, const FirmwareOptions&
                          "Open the lock with an administrator's rights first.");
   }
   Answer answer = Answer::None;
-  answerDialogue(session, context, options, answer);
+  std::optional<KeptInterruption> interruption;
+  answerDialogue(session, context, options, answer, interruption);
   ProgressBar bar(context, "updating " + options.label);
   session.prompts().showProgress = [&bar](std::optional<double> fraction) {
     constexpr uint64_t steps = 1000;
@@ -187,12 +194,12 @@ std::string updateAdapter(Session& session, CommandContext& context,
 
 void updateFirmware(CommandContext& context, const LaunchOptions& launch,
                     const FirmwareOptions& options) {
-  requireAnswerable(context, options);
   const std::string version = verifiedVersion(options.package);
   Session session(context, launch);
   session.discover();
   session.select(options.label);
   requireFibreChannel(session.app(), options);
+  requireAnswerable(context, options);
   printAnswer(context,
               answerFields(options.checkOnly ? version : updateAdapter(session, context, options)));
 }

@@ -69,4 +69,10 @@ InterruptionAnswer::~InterruptionAnswer() {
   waiter_.join();
 }
 
+KeptInterruption::KeptInterruption(std::function<void()> arrived)
+    : answer_(interruption_, [this, arrived = std::move(arrived)] {
+        hasArrived_ = true;
+        arrived();
+      }) {}
+
 }  // namespace corvane

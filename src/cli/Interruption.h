@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <thread>
 
@@ -28,6 +29,22 @@ class InterruptionAnswer {
 
  private:
   std::thread waiter_;
+};
+
+/// Keeps an interrupt for work that has to be brought to its end, or to be left in order.
+class KeptInterruption {
+ public:
+  /// `arrived` is called on a thread of its own when the interrupt arrives. Throws
+  /// std::system_error when the process has no descriptors left.
+  explicit KeptInterruption(std::function<void()> arrived = [] {});
+
+  /// Any thread may call.
+  bool hasArrived() const { return hasArrived_; }
+
+ private:
+  std::atomic<bool> hasArrived_{false};
+  const Interruption interruption_;
+  const InterruptionAnswer answer_;
 };
 
 }  // namespace corvane

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "cli/Interruption.h"
 #include "cli/Session.h"
 
 namespace corvane {
@@ -68,14 +69,29 @@ void requireWhole(CommandContext& context, const LogCollectionResult& result,
                        "The lines above name the commands that failed.", {{"folder", folder}});
 }
 
+/// Half a collection would pass for a whole one.
+void requireUninterrupted(const KeptInterruption& interruption, const std::string& folder) {
+  if (!interruption.hasArrived()) return;
+  std::error_code error;
+  std::filesystem::remove_all(folder, error);
+  throw CommandFailure(ExitStatus::Failed, subject,
+                       "the collection was interrupted, so the folder was removed",
+                       "Run the command again.");
+}
+
 void collectLogs(CommandContext& context, const LaunchOptions& options, const std::string& to) {
   Session session(context, options);
   session.requireChangeable(subject);
   const std::filesystem::path chosen = chosenFolder(to);
   if (!chosen.empty()) session.app().logCollection().setFolder(chosen.string());
+  const KeptInterruption interruption([&context] {
+    printNote(context,
+              "interrupted: the command that runs now is waited for, then the folder goes");
+  });
   const LogCollectionResult result = collect(session, context);
-  requireNotCancelled(result);
   const std::string folder = foundAt(result.folder, chosen, session.platform().paths.home);
+  requireUninterrupted(interruption, folder);
+  requireNotCancelled(result);
   requireWhole(context, result, folder);
   printAnswer(context, {{"folder", folder}});
 }

@@ -73,17 +73,20 @@ class PackageBuilder {
         total_(totalSize(manifest_)),
         progress_(context, "writing", total_) {}
 
-  void build(const std::string& path) {
+  /// Throws CommandFailure, also when the program is interrupted.
+  void build(const StagedFile& staged) {
+    const std::string& path = staged.path();
     ArchiveInfo info;
     info.id = manifest_.id.data();
     info.version = manifest_.version.data();
     info.fileCount = static_cast<std::int32_t>(manifest_.files.size());
     requireSuccess(VelmarArchive_create_begin(path.c_str(), info));
-    for (auto& file : manifest_.files) add(path, file);
-    requireSuccess(
-        VelmarArchive_create_end(path.c_str(), [this](std::uint64_t done, std::uint64_t total) {
+    for (auto& file : manifest_.files) add(staged, file);
+    requireSuccess(VelmarArchive_create_end(
+        path.c_str(), [this, &staged](std::uint64_t done, std::uint64_t total) {
           // Reading back what was written counts as much as writing it.
           progress_.show(total + done, 2 * total);
+          requireUninterrupted(staged, shownPath_);
         }));
   }
 
@@ -92,7 +95,8 @@ class PackageBuilder {
     if (status != ArchiveSuccess) failArchive(shownPath_, status);
   }
 
-  void add(const std::string& path, ArchiveManifest::File& file) {
+  void add(const StagedFile& staged, ArchiveManifest::File& file) {
+    requireUninterrupted(staged, shownPath_);
     const auto loaded = loadFile(file.path);
     ArchiveFile record;
     record.id = file.id.data();
@@ -101,10 +105,11 @@ class PackageBuilder {
     record.name = file.name.data();
     record.size = static_cast<std::int32_t>(loaded.size);
     record.data = loaded.bytes.get();
-    requireSuccess(
-        VelmarArchive_add(path.c_str(), record, [this](std::uint64_t done, std::uint64_t) {
-          progress_.show(written_ + done, 2 * total_);
-        }));
+    requireSuccess(VelmarArchive_add(staged.path().c_str(), record,
+                                     [this, &staged](std::uint64_t done, std::uint64_t) {
+                                       progress_.show(written_ + done, 2 * total_);
+                                       requireUninterrupted(staged, shownPath_);
+                                     }));
     written_ += loaded.size;
   }
 
@@ -154,7 +159,7 @@ void createPackage(CommandContext& context, const std::string& output,
   PackageBuilder builder(context, std::move(content), output);
   try {
     StagedFile staged(output);
-    builder.build(staged.path());
+    builder.build(staged);
     staged.commit();
   } catch (const std::system_error& error) {
     failOnPlace(output, error);

@@ -28,7 +28,9 @@ struct CloseDump {
 std::vector<uint8_t> readDump(const std::string& path) {
   const std::unique_ptr<std::FILE, CloseDump> file(std::fopen(path.c_str(), "rb"));
   if (!file) {
-    throw CommandFailure(ExitStatus::NotFound, path, std::strerror(errno),
+    const bool isForbidden = errno == EACCES;
+    throw CommandFailure(isForbidden ? ExitStatus::Failed : ExitStatus::NotFound, path,
+                         std::strerror(errno),
                          "Name a file that holds the raw bytes of a module's memory.");
   }
   std::vector<uint8_t> bytes(SfpInfoStruct::eepromSize);

@@ -4,6 +4,7 @@
 
 #include "DumpPages.h"
 #include "cli/AdapterLabels.h"
+#include "cli/WaitingNote.h"
 
 namespace corvane {
 
@@ -58,6 +59,7 @@ void Session::discover() {
   app_->whenDiscovered([&discovered] { discovered = true; });
   app_->applicationDidFinishLaunching();
   tellLeftUnmounted();
+  const WaitingNote note(context_, "discovery: waiting for each port to be named");
   const bool complete = runUntil([&discovered] { return discovered; }, discoveryLimit);
   app_->whenDiscovered(nullptr);
   if (isDump()) tellOfDump();

@@ -7,9 +7,11 @@
 
 #include "cli/AdapterReport.h"
 #include "cli/AdministratorRights.h"
+#include "cli/Interruption.h"
 #include "cli/ModeNames.h"
 #include "cli/Session.h"
 #include "cli/SettingChange.h"
+#include "cli/WaitingNote.h"
 
 namespace corvane {
 
@@ -29,6 +31,11 @@ void requireSensible(const SetOptions& options) {
     fail("no adapter has settings of both families");
   }
   if (!options.port && !depthAlone) fail("--port is missing");
+  if (options.port && *options.port != 1 && *options.port != 2) {
+    throw CommandFailure(ExitStatus::NotFound, options.label,
+                         "there is no port " + std::to_string(*options.port),
+                         "An adapter has the ports 1 and 2.");
+  }
 }
 
 AdapterFamily familyOnShow(AppDelegate& app) {
@@ -62,8 +69,13 @@ std::vector<SettingChange> changesOf(AppDelegate& app, const SetOptions& options
                                                           : tenGigabitChanges(app, options);
 }
 
-// A change is on its way until its page has settled.
-void applyOneByOne(Session& session, const std::vector<SettingChange>& changes) {
+// A change is on its way until its page has settled. An interrupt waits for the last one, since
+// half of a preset would be left otherwise.
+void applyOneByOne(CommandContext& context, Session& session,
+                   const std::vector<SettingChange>& changes) {
+  const WaitingNote note(context, "waiting for the adapter to take the change");
+  const KeptInterruption interruption(
+      [&context] { printNote(context, "interrupted, but the change is finished first"); });
   auto& controls = session.app().controls();
   for (const SettingChange& change : changes) {
     change.apply();
@@ -94,10 +106,13 @@ void changeSettings(CommandContext& context, const LaunchOptions& launch,
   requireFamily(app, options);
   takeAdministratorRights(session, options.label);
 
-  showPort(app, options);
+  {
+    const WaitingNote note(context, options.label + ": waiting for the adapter's tool to answer");
+    showPort(app, options);
+  }
   const void* const adapter = adapterOnShow(app);
   const auto changes = changesOf(app, options);
-  applyOneByOne(session, changes);
+  applyOneByOne(context, session, changes);
   if (adapterOnShow(app) != adapter) {
     throw CommandFailure(ExitStatus::Failed, options.label, "the adapter has gone meanwhile",
                          "Attach it again and look with \"corvane show\" what it has taken.");
@@ -151,7 +166,7 @@ void addSetCommand(CLI::App& app, CommandContext& context, const LaunchOptions& 
   addJsonFlag(*command, context);
   command->add_option("LABEL", options->label, "The adapter: a label, a WWN or a MAC address")
       ->required();
-  command->add_option("--port", options->port, "Which port, 1 or 2")->check(CLI::Range(1, 2));
+  command->add_option("--port", options->port, "Which port, 1 or 2");
   addFibreChannelOptions(*command, *options);
   addTenGigabitOptions(*command, *options);
   command->callback([&context, &launch, options] { changeSettings(context, launch, *options); });

@@ -8,6 +8,7 @@
 #include "cli/AdapterReport.h"
 #include "cli/DumpReport.h"
 #include "cli/Session.h"
+#include "cli/WaitingNote.h"
 
 namespace corvane {
 
@@ -25,11 +26,17 @@ nlohmann::ordered_json portByPort(const nlohmann::ordered_json& answer) {
   return shown;
 }
 
+nlohmann::ordered_json fieldsOf(CommandContext& context, Session& session,
+                                const std::string& label) {
+  const WaitingNote note(context, label + ": waiting for the adapter's tool to answer");
+  return adapterFields(session.app());
+}
+
 void showAdapter(CommandContext& context, const LaunchOptions& options, const std::string& label) {
   Session session(context, options, SessionPurpose::Looking);
   session.discover();
   session.select(label);
-  auto answer = adapterFields(session.app());
+  auto answer = fieldsOf(context, session, label);
   if (session.isDump()) {
     keepWhatDumpTellsOfAdapter(answer);
     if (!context.json) nameWhatIsMissing(answer);

@@ -41,6 +41,7 @@ StagedFile::StagedFile(const fs::path& destination)
     staging_ = destination_.string();
     return;
   }
+  interruption_.emplace();
   staging_ = createBeside(destination_);
   pending_ = true;
 }

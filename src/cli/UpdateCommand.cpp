@@ -4,7 +4,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <atomic>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -191,11 +190,9 @@ void install(Session& session, CommandContext& context) {
     return std::nullopt;
   };
   // An interrupt ends the download; what comes after it would be left half done and goes on.
-  std::atomic<bool> isInterrupted = false;
-  const Interruption interruption;
-  const InterruptionAnswer answer(interruption, [&isInterrupted] { isInterrupted = true; });
-  update.whileDownloading([&update, &isInterrupted] {
-    if (isInterrupted) update.cancelUpdate();
+  const KeptInterruption interruption;
+  update.whileDownloading([&update, &interruption] {
+    if (interruption.hasArrived()) update.cancelUpdate();
   });
   update.selectUpdate();
   session.runUntil([&update] { return !update.isInstalling(); });

@@ -36,8 +36,10 @@ void watchAdapters(CommandContext& context, const LaunchOptions& options, double
   const Interruption interruption;  // first: the session takes its time to begin
   Session session(context, options, SessionPurpose::Looking);
   const InterruptionAnswer answer(interruption, [&session] { session.stop(); });
-  session.app().whenAdaptersChange(
-      [&context](const AdapterEvent& event) { printEvent(context, event); });
+  session.app().whenAdaptersChange([&context, &session](const AdapterEvent& event) {
+    printEvent(context, event);
+    if (!context.out) session.stop();  // nobody can read it any more
+  });
   session.app().whenDiscovered([&session] {
     if (session.app().hasFailedMonitor()) session.stop();
   });

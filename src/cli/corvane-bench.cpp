@@ -4,6 +4,7 @@
 
 #include "cli/BenchCommands.h"
 #include "cli/CommandOutput.h"
+#include "cli/StandardStreams.h"
 
 int main(int argc, char** argv) {
   CLI::App app("Makes and changes benches, simulated computers with Velmar adapters attached.",
@@ -11,5 +12,6 @@ int main(int argc, char** argv) {
   app.set_version_flag("--version", "corvane-bench " CORVANE_VERSION);
   corvane::CommandContext context = corvane::standardContext("corvane-bench");
   corvane::addBenchCommands(app, context);
-  return corvane::runCommandLine(app, context, {argv + 1, argv + argc});
+  const int status = corvane::runCommandLine(app, context, {argv + 1, argv + argc});
+  return corvane::endStandardOutput(context, status);
 }

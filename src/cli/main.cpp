@@ -10,6 +10,7 @@
 #include "cli/SFPCommand.h"
 #include "cli/SetCommand.h"
 #include "cli/ShowCommand.h"
+#include "cli/StandardStreams.h"
 #include "cli/UpdateCommand.h"
 #include "cli/WatchCommand.h"
 #include "launch/Launch.h"
@@ -60,5 +61,6 @@ int main(int argc, char** argv) {
   app.fallthrough();
   app.require_subcommand(1);
   addCommands(app, context, options);
-  return runCommandLine(app, context, std::vector<std::string>(argv + 1, argv + argc));
+  const int status = runCommandLine(app, context, std::vector<std::string>(argv + 1, argv + argc));
+  return endStandardOutput(context, status);
 }

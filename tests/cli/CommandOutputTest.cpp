@@ -115,6 +115,24 @@ TEST_F(CommandOutputTest, UnknownOptionIsAWrongCommandLine) {
   EXPECT_THAT(err.str(), testing::HasSubstr("--help"));
 }
 
+TEST_F(CommandOutputTest, AnUnknownCommandIsNamed) {
+  app.require_subcommand(1);
+  app.fallthrough();
+  addCommand("list", [] {});
+  auto* archive = app.add_subcommand("archive", "has commands of its own");
+  archive->require_subcommand(1);
+  archive->add_subcommand("verify", "a command of a command");
+  EXPECT_EQ(run({"frobnicate"}), 2);
+  EXPECT_THAT(err.str(),
+              testing::StartsWith("corvane: command line: there is no command \"frobnicate\"\n"));
+  EXPECT_EQ(run({"archive", "unpack"}), 2);
+  EXPECT_THAT(err.str(), testing::HasSubstr("there is no command \"unpack\""));
+  EXPECT_EQ(run({"--frobnicate"}), 2);
+  EXPECT_THAT(err.str(), testing::HasSubstr("there is no option \"--frobnicate\""));
+  EXPECT_EQ(run({}), 2);
+  EXPECT_THAT(err.str(), testing::HasSubstr("A subcommand is required"));
+}
+
 TEST_F(CommandOutputTest, WrongCommandLineUnderJsonIsADocumentToo) {
   addCommand("go", [] {});
   EXPECT_EQ(run({"go", "--nonsense", "--json"}), 2);

@@ -1,6 +1,8 @@
 #include "cli/SFPCommand.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -109,6 +111,13 @@ TEST_F(SFPCommandTest, ShortDumpFails) {
 TEST_F(SFPCommandTest, MissingFileIsNotFound) {
   EXPECT_EQ(run(), 3);
   EXPECT_NE(err.str().find("corvane: " + path + ": "), std::string::npos) << err.str();
+}
+
+TEST_F(SFPCommandTest, FileThatMustNotBeReadFails) {
+  if (geteuid() == 0) GTEST_SKIP() << "everything may be read";
+  std::ofstream(path) << "secret";
+  chmod(path.c_str(), 0);
+  EXPECT_EQ(run(), 1);
 }
 
 TEST_F(SFPCommandTest, FolderFails) {

@@ -27,6 +27,8 @@ class ChangingCommandFixture : public ProgramFixture {
     writeState(document);
   }
 
+  const std::string& benchPath() const { return bench_; }
+
   nlohmann::ordered_json state() const { return nlohmann::ordered_json::parse(content(bench_)); }
 
   void writeState(const nlohmann::ordered_json& document) const {

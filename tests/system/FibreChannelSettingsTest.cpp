@@ -105,12 +105,20 @@ TEST_F(FibreChannelSettingsTest, LargeQueueDepthsNeedANewDriver) {
 
 TEST_F(FibreChannelSettingsTest, WrongCommandLines) {
   for (const char* arguments :
-       {"set A1 --port 1", "set A1 --speed 4", "set A1 --port 3 --speed 4",
+       {"set A1 --port 1", "set A1 --speed 4", "set A1 --port x --speed 4",
         "set A1 --port 1 --speed 5", "set A1 --port 1 --topology ring", "set A1 --port 1 --alpa xy",
         "set A1 --port 1 --speed 4 --mode server", "set --port 1 --speed 4"}) {
     EXPECT_EQ(command(arguments).status, 2) << arguments;
   }
-  EXPECT_EQ(command("set Z9 --port 1 --speed 4").status, 3);
+}
+
+TEST_F(FibreChannelSettingsTest, AdapterOrPortThatIsNotThere) {
+  for (const char* arguments :
+       {"set Z9 --port 1 --speed 4", "set A1 --port 3 --speed 4", "set A1 --port 0 --speed 4"}) {
+    EXPECT_EQ(command(arguments).status, 3) << arguments;
+  }
+  EXPECT_THAT(command("set A1 --port 3 --speed 4").errors, HasSubstr("there is no port 3"));
+  EXPECT_THAT(sent(6), IsEmpty());
 }
 
 TEST_F(FibreChannelSettingsTest, RefusalByTheDriverIsAFailure) {

@@ -139,6 +139,9 @@ TEST_F(FirmwareCommandTest, MissingPackageAndAdapterAreNotFound) {
   EXPECT_EQ(command("firmware A1 " + package("none.pkg") + " --yes").status, 3);
   EXPECT_EQ(command("firmware Z9 " + package("corvane2-11.4.204.pkg") + " --yes").status, 3);
   EXPECT_EQ(command("firmware C1 " + package("corvane2-11.4.204.pkg") + " --yes").status, 1);
+  // What is missing is told before the missing confirmation.
+  EXPECT_EQ(command("firmware A1 " + package("none.pkg")).status, 3);
+  EXPECT_EQ(command("firmware Z9 " + package("corvane2-11.4.204.pkg")).status, 3);
 }
 
 TEST_F(FirmwareCommandTest, RefusedImageIsAFailureAndVolumesComeBack) {
@@ -216,8 +219,13 @@ class KilledUpdateTest : public FirmwareCommandTest {
   }
 
   void killUpdateWhen(const std::function<bool()>& moment) {
+    EXPECT_TRUE(WIFSIGNALED(endUpdateWhen(moment, SIGKILL)));
+  }
+
+  /// Sends the signal at that moment and returns how the update ended.
+  int endUpdateWhen(const std::function<bool()>& moment, int signal) {
     const pid_t child = fork();
-    ASSERT_GE(child, 0);
+    EXPECT_GE(child, 0);
     if (child == 0) {
       const std::string line = "exec " + commandLine("corvane", arguments(updateWords())) +
                                " >/dev/null 2>&1 </dev/null";
@@ -229,8 +237,10 @@ class KilledUpdateTest : public FirmwareCommandTest {
       std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     EXPECT_TRUE(moment());
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
+    kill(child, signal);
+    int status = 0;
+    waitpid(child, &status, 0);
+    return status;
   }
 
   std::set<std::string> mountedVolumes() const {
@@ -335,6 +345,17 @@ TEST_F(KilledUpdateTest, DuringTheTransferEveryVolumeIsTold) {
   EXPECT_THAT(toldVolumes(next), testing::UnorderedElementsAre("disk4", "disk4s1", "disk4s2",
                                                                "disk5", "disk6", "disk6s2"));
   EXPECT_FALSE(adapter(0).contains("pendingFirmware"));
+}
+
+TEST_F(KilledUpdateTest, AnInterruptLetsItComeToItsEnd) {
+  setClockRate(whileKilling);
+  writeOutInFull();
+  const std::set<std::string> mountedBefore = mountedVolumes();
+  const int status = endUpdateWhen([this] { return !updateSteps().empty(); }, SIGINT);
+  ASSERT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+  EXPECT_EQ(adapter(0)["pendingFirmware"], "11.4.204");
+  EXPECT_THAT(mountedVolumes(), testing::IsSupersetOf(mountedBefore));
 }
 
 }  // namespace

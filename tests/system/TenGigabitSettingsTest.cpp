@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <chrono>
+#include <csignal>
+#include <thread>
 
 #include "ChangingCommandFixture.h"
 
@@ -235,6 +238,37 @@ TEST_F(TenGigabitSettingsTest, ASettingThatIsNotTakenIsAFailure) {
   const ProgramAnswer answer = set(1, "--mode server");
   EXPECT_EQ(answer.status, 1);
   EXPECT_THAT(answer.json()["error"]["why"].get<std::string>(), HasSubstr("has not taken it"));
+}
+
+// A preset is several commands of the adapter's tool, of which no part must be left.
+TEST_F(TenGigabitSettingsTest, AnInterruptLetsAPresetComeToItsEnd) {
+  const std::string line =
+      "exec " +
+      commandLine("corvane", arguments("set " + std::string(address) + " --port 1 --mode server")) +
+      " >/dev/null 2>&1 </dev/null";
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    execl("/bin/sh", "sh", "-c", line.c_str(), nullptr);
+    _exit(127);
+  }
+  const auto isUnderWay = [this] {
+    const auto told = texts("shell", "line");
+    return std::any_of(told.begin(), told.end(), [](const std::string& each) {
+      return each.find(" set") != std::string::npos;
+    });
+  };
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+  while (!isUnderWay() && std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  EXPECT_TRUE(isUnderWay());
+  kill(child, SIGTERM);
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  ASSERT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+  EXPECT_THAT(texts("shell", "line"), testing::Contains(HasSubstr("saveConfig")));
 }
 
 TEST_F(TenGigabitSettingsTest, WithoutAnAdministratorNothingIsChanged) {
