@@ -69,9 +69,10 @@ void requireWhole(CommandContext& context, const LogCollectionResult& result,
                        "The lines above name the commands that failed.", {{"folder", folder}});
 }
 
-/// Half a collection would pass for a whole one.
-void requireUninterrupted(const KeptInterruption& interruption, const std::string& folder) {
-  if (!interruption.hasArrived()) return;
+/// Half a collection would pass for a whole one. Only what the collection made is removed.
+void requireUninterrupted(const KeptInterruption& interruption, const LogCollectionResult& result,
+                          const std::string& folder) {
+  if (!interruption.hasArrived() || result.folder.empty()) return;
   std::error_code error;
   std::filesystem::remove_all(folder, error);
   throw CommandFailure(ExitStatus::Failed, subject,
@@ -90,7 +91,7 @@ void collectLogs(CommandContext& context, const LaunchOptions& options, const st
   });
   const LogCollectionResult result = collect(session, context);
   const std::string folder = foundAt(result.folder, chosen, session.platform().paths.home);
-  requireUninterrupted(interruption, folder);
+  requireUninterrupted(interruption, result, folder);
   requireNotCancelled(result);
   requireWhole(context, result, folder);
   printAnswer(context, {{"folder", folder}});
@@ -103,6 +104,7 @@ void addLogsCommand(CLI::App& app, CommandContext& context, const LaunchOptions&
   auto* command = app.add_subcommand("logs", "Collect the logs that support asks for");
   addJsonFlag(*command, context);
   command->add_option("--to", *folder, "Collect below this folder, not ~/Desktop/AllLogs")
+      ->check([](const std::string& to) { return to.empty() ? "names no folder" : ""; })
       ->type_name("DIR");
   command->callback([&context, &options, folder] { collectLogs(context, options, *folder); });
 }

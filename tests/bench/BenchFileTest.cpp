@@ -181,6 +181,12 @@ TEST_F(BenchFileTest, SetChangesOneFieldByItsPointer) {
   EXPECT_EQ(state.note, "kept");
 }
 
+TEST_F(BenchFileTest, SetTakesAsTextWhatDoesNotFitAsJson) {
+  const BenchFile file = written(smallBench);
+  file.set("/computer/osVersion", "12.6");
+  EXPECT_EQ(file.load().computer.osVersion, "12.6");
+}
+
 TEST_F(BenchFileTest, SetRefusesWhatDoesNotFitAndWhatIsNoPlace) {
   const BenchFile file = written(smallBench);
   EXPECT_THROW(file.set("/clockRate", "fast"), BenchFileError);

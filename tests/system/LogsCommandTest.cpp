@@ -64,6 +64,10 @@ TEST_F(LogsCommandTest, LeavesNoFolderWhenThePasswordDialogIsCancelled) {
   EXPECT_TRUE(std::filesystem::is_empty(path("logs")));
 }
 
+TEST_F(LogsCommandTest, AFolderWithoutANameIsRefused) {
+  EXPECT_EQ(corvane({"--bench", bench("empty"), "logs", "--to", ""}).status, 2);
+}
+
 TEST_F(LogsCommandTest, ADumpHasNoLogs) {
   const auto logs = corvane({"--dump", CORVANE_TEST_DATA "/dumps/desktop-2013.txt", "logs"});
   EXPECT_EQ(logs.status, 1);

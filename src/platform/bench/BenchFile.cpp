@@ -166,6 +166,33 @@ void refuseMisfit(const std::string& text, const std::string& path) {
   }
 }
 
+/// The bench with that value in that place, as text.
+std::string textWith(BenchDocument document, const std::string& pointer, BenchDocument value,
+                     const std::string& path) {
+  assign(document, pointer, std::move(value), path);
+  std::string written = benchDocumentText(document);
+  refuseMisfit(written, path);
+  return written;
+}
+
+/// The same with a value from a command line. A release such as 12.6 is a number as JSON, but
+/// stands where only a text fits.
+std::string textWithEither(const BenchDocument& document, const std::string& pointer,
+                           const std::string& value, const std::string& path) {
+  const BenchDocument json = valueOf(value);
+  try {
+    return textWith(document, pointer, json, path);
+  } catch (const BenchFileError&) {
+    if (json.is_string()) throw;
+    try {
+      return textWith(document, pointer, value, path);
+    } catch (const BenchFileError&) {
+      // What is wrong with the value is told of the one that was meant.
+    }
+    throw;
+  }
+}
+
 std::string absolutePath(const std::string& path) {
   std::error_code error;
   const auto canonical = std::filesystem::weakly_canonical(std::filesystem::absolute(path), error);
@@ -207,11 +234,8 @@ void BenchFile::update(const std::function<void(BenchState&)>& change) const {
 void BenchFile::set(const std::string& pointer, const std::string& value) const {
   requireFile(path_);
   const FileLock lock(path_);
-  BenchDocument document = parseBenchDocument(readFile(path_), path_);
-  assign(document, pointer, valueOf(value), path_);
-  const std::string written = benchDocumentText(document);
-  refuseMisfit(written, path_);
-  replaceFile(path_, written);
+  const BenchDocument document = parseBenchDocument(readFile(path_), path_);
+  replaceFile(path_, textWithEither(document, pointer, value, path_));
 }
 
 void BenchFile::create(const BenchState& state) const {

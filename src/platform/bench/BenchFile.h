@@ -63,8 +63,8 @@ class BenchFile {
   /// not touch keeps its value. Throws BenchFileError; `change`'s own exceptions pass through.
   void update(const std::function<void(BenchState&)>& change) const;
 
-  /// Sets the field that the JSON pointer names to the JSON value given as text, or as the text
-  /// itself when it is not JSON. Throws BenchFileError.
+  /// Sets the field that the JSON pointer names to the JSON value given as text, or to the text
+  /// itself when it is not JSON or does not fit as JSON. Throws BenchFileError.
   void set(const std::string& pointer, const std::string& value) const;
 
   /// Writes a new file. Refuses when there is one already. Throws BenchFileError.
