@@ -4,6 +4,7 @@
 #include <httplib.h>
 
 #include <atomic>
+#include <chrono>
 #include <nlohmann/json.hpp>
 #include <thread>
 
@@ -15,6 +16,7 @@ namespace corvane {
 namespace {
 
 constexpr const char* loopback = "127.0.0.1";
+constexpr std::chrono::milliseconds longestWait{100};
 
 /// The library's own choice would let two servers listen on one port, each hearing half.
 void refuseToShareThePort(socket_t socket) {
@@ -34,6 +36,8 @@ struct FolderServer::State {
 FolderServer::FolderServer(const std::string& folder, int port)
     : state_(std::make_unique<State>()) {
   state_->server.set_socket_options(&refuseToShareThePort);
+  // The thread sanitizer keeps a signal from a thread that waits for a connection for good.
+  state_->server.set_idle_interval(longestWait);
   if (!state_->server.set_mount_point("/", folder)) {
     throw CommandFailure(ExitStatus::NotFound, folder, "there is no such folder",
                          "Name the folder that holds the catalogue's folders.");

@@ -6,12 +6,10 @@
 #endif
 
 #include <array>
-#include <chrono>
 #include <csignal>
 #include <functional>
 #include <iterator>
 #include <set>
-#include <thread>
 
 #include "ChangingCommandFixture.h"
 
@@ -64,15 +62,10 @@ class FirmwareCommandTest : public ChangingCommandFixture {
   }
 
   void waitForPost(const std::string& name) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-    const auto isPosted = [&] {
+    waitUntil([&] {
       const auto names = texts("post", "name");
       return std::find(names.begin(), names.end(), name) != names.end();
-    };
-    while (!isPosted() && std::chrono::steady_clock::now() < deadline) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    ASSERT_TRUE(isPosted());
+    });
   }
 
   void expectNothingTouched() { EXPECT_THAT(updateSteps(), IsEmpty()); }
@@ -232,11 +225,7 @@ class KilledUpdateTest : public FirmwareCommandTest {
       execl("/bin/sh", "sh", "-c", line.c_str(), nullptr);
       _exit(127);
     }
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-    while (!moment() && std::chrono::steady_clock::now() < deadline) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    EXPECT_TRUE(moment());
+    waitUntil(moment);
     kill(child, signal);
     int status = 0;
     waitpid(child, &status, 0);

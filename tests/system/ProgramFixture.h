@@ -4,12 +4,15 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "TemporaryFolder.h"
@@ -68,6 +71,15 @@ class ProgramFixture : public ::testing::Test {
   static std::string content(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  /// Waits, within a generous bound, for what a program in the background is to bring about. The
+  /// test fails, but goes on, when it does not come.
+  static void waitUntil(const std::function<bool()>& condition) {
+    const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    while (!condition() && std::chrono::steady_clock::now() < limit)
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    EXPECT_TRUE(condition());
   }
 
   /// The lines of a journal that tell of calls, those of the system log left out.

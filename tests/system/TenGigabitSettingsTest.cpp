@@ -1,9 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <array>
-#include <chrono>
 #include <csignal>
-#include <thread>
 
 #include "ChangingCommandFixture.h"
 
@@ -252,17 +250,12 @@ TEST_F(TenGigabitSettingsTest, AnInterruptLetsAPresetComeToItsEnd) {
     execl("/bin/sh", "sh", "-c", line.c_str(), nullptr);
     _exit(127);
   }
-  const auto isUnderWay = [this] {
+  waitUntil([this] {
     const auto told = texts("shell", "line");
     return std::any_of(told.begin(), told.end(), [](const std::string& each) {
       return each.find(" set") != std::string::npos;
     });
-  };
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-  while (!isUnderWay() && std::chrono::steady_clock::now() < deadline) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  }
-  EXPECT_TRUE(isUnderWay());
+  });
   kill(child, SIGTERM);
   int status = 0;
   ASSERT_EQ(waitpid(child, &status, 0), child);

@@ -1,4 +1,3 @@
-#include <chrono>
 #include <csignal>
 #include <thread>
 
@@ -162,18 +161,18 @@ TEST_F(UpdateCommandTest, AFileNameThatLeavesItsFolderIsRefusedBeforeAnythingIsA
 TEST_F(UpdateCommandTest, AFolderThatIsServedIsAskedLikeAnyOtherServer) {
   const std::string served = path("served").string();
   const std::string bench = std::string(CORVANE_BINARY_DIR) + "/bin/corvane-bench";
-  const std::string start = shellPath(bench) + " serve " +
+  const std::string start = "{ " + shellPath(bench) + " serve " +
                             shellPath(std::string(CORVANE_SOURCE_DIR) + "/bench/update") + " >" +
-                            shellPath(served) + " & echo $! >" + shellPath(path("server"));
+                            shellPath(served) + " & echo $! >" + shellPath(path("server")) +
+                            "; wait $!; echo $? >" + shellPath(path("ended")) + "; } 2>/dev/null &";
   ASSERT_EQ(std::system(start.c_str()), 0);
-  std::string url;
-  for (int turn = 0; turn < 6000 && url.empty(); ++turn) {
-    const std::string told = content(served);
-    if (told.ends_with("/\n")) url = told.substr(5, told.size() - 6);
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
+  waitUntil([&] { return content(served).ends_with("/\n"); });
+  const std::string told = content(served);
+  const std::string url = told.substr(5, told.size() - 6);
   const auto answer = update({"install", "--yes", "--json", "--server", url});
   kill(std::stoi(content(path("server"))), SIGTERM);
+  waitUntil([&] { return content(path("ended")).ends_with('\n'); });
+  EXPECT_EQ(content(path("ended")), "0\n");
   ASSERT_EQ(answer.status, 0) << answer.errors;
   EXPECT_EQ(answer.json()[0]["deviceWWN"], eightGigabitName);
 }
@@ -194,9 +193,7 @@ TEST_F(UpdateCommandTest, AnInterruptEndsTheDownloadAndLeavesNothingBehind) {
     const auto requests = server.requests();
     return std::find(requests.begin(), requests.end(), package) != requests.end();
   };
-  for (int turn = 0; turn < 6000 && !isAsked(); ++turn) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
+  waitUntil(isAsked);
   kill(std::stoi(content(path("pid"))), SIGINT);
   run.join();
   EXPECT_EQ(content(path("status")), "1\n");

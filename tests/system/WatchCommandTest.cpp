@@ -1,10 +1,7 @@
 #include <sys/stat.h>
 
-#include <chrono>
 #include <csignal>
-#include <functional>
 #include <sstream>
-#include <thread>
 
 #include "ProgramFixture.h"
 
@@ -40,13 +37,6 @@ class WatchCommandTest : public ProgramFixture {
     std::vector<nlohmann::ordered_json> events;
     for (const std::string& line : lines()) events.push_back(nlohmann::ordered_json::parse(line));
     return events;
-  }
-
-  static void waitUntil(const std::function<bool()>& condition) {
-    const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-    while (!condition() && std::chrono::steady_clock::now() < limit)
-      std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    ASSERT_TRUE(condition());
   }
 
   /// Waits until so many events were told.
