@@ -166,7 +166,7 @@ bool asksForJson(const std::vector<std::string>& arguments) {
 /// that is none.
 std::string complaint(const CLI::App& app, const CLI::ParseError& error) {
   const auto unknown = app.remaining(true);
-  const std::string text = error.what();
+  std::string text = error.what();
   if (unknown.empty() || text != CLI::RequiredError::Subcommand(1).what()) return text;
   return fmt::format("there is no {} \"{}\"",
                      unknown.front().starts_with('-') ? "option" : "command", unknown.front());

@@ -133,6 +133,7 @@ bool isConfirmed(CommandContext& context, const UpdateOptions& options,
                  const std::vector<UpdateDevice>& chosen) {
   if (options.yes) return true;
   std::vector<std::string> lines;
+  lines.reserve(chosen.size() + 1);
   for (const UpdateDevice& update : chosen) {
     lines.push_back(update.updateName + ": " + update.currentVer);
   }
