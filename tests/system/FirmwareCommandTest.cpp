@@ -211,8 +211,10 @@ class KilledUpdateTest : public FirmwareCommandTest {
     return "firmware A1 " + package("corvane2-11.4.204.pkg") + " --yes";
   }
 
+  /// Near its end an update may be faster than the signal; all has to be in order then as well.
   void killUpdateWhen(const std::function<bool()>& moment) {
-    EXPECT_TRUE(WIFSIGNALED(endUpdateWhen(moment, SIGKILL)));
+    const int status = endUpdateWhen(moment, SIGKILL);
+    EXPECT_TRUE(WIFSIGNALED(status) || status == 0) << status;
   }
 
   /// Sends the signal at that moment and returns how the update ended.
