@@ -1,7 +1,6 @@
 #include "ui/QtMainQueue.h"
 
 #include <QCoreApplication>
-#include <QMetaObject>
 #include <QThread>
 #include <utility>
 
@@ -13,17 +12,20 @@ constexpr qint64 servingInterval = 20;  // milliseconds
 
 }  // namespace
 
+QtMainQueue::QtMainQueue() {
+  connect(this, &QtMainQueue::workAdded, this, &QtMainQueue::runNext, Qt::QueuedConnection);
+}
+
 void QtMainQueue::post(std::function<void()> work) {
   {
     const std::lock_guard lock(mutex_);
     work_.push_back(std::move(work));
   }
-  QMetaObject::invokeMethod(
-      &receiver_, [this] { runNext(); }, Qt::QueuedConnection);
+  emit workAdded();
 }
 
 bool QtMainQueue::isMain() const {
-  return QThread::currentThread() == receiver_.thread();
+  return QThread::currentThread() == thread();
 }
 
 void QtMainQueue::serveWindow() {
@@ -32,10 +34,7 @@ void QtMainQueue::serveWindow() {
   QCoreApplication::processEvents();
   isHeld_ = false;
   sinceServed_.start();
-  for (; turnsHeld_ > 0; --turnsHeld_) {
-    QMetaObject::invokeMethod(
-        &receiver_, [this] { runNext(); }, Qt::QueuedConnection);
-  }
+  for (; turnsHeld_ > 0; --turnsHeld_) emit workAdded();
 }
 
 void QtMainQueue::runNext() {

@@ -12,8 +12,12 @@ namespace corvane {
 
 /// The main queue served by the toolkit's event loop. Made on the main thread; work that is still
 /// waiting when it goes away is dropped.
-class QtMainQueue final : public MainQueue {
+class QtMainQueue final : public QObject, public MainQueue {
+  Q_OBJECT
+
  public:
+  QtMainQueue();
+
   void post(std::function<void()> work) override;
   bool isMain() const override;
 
@@ -23,10 +27,13 @@ class QtMainQueue final : public MainQueue {
   /// thread.
   void serveWindow();
 
+ signals:
+  /// Has one piece of the work run by the event loop. Any thread may emit.
+  void workAdded();
+
  private:
   void runNext();
 
-  QObject receiver_;  ///< lives on the main thread, so what is posted to it runs there
   std::mutex mutex_;
   std::deque<std::function<void()>> work_;  ///< guarded by mutex_
   bool isHeld_ = false;                     ///< main thread only, like all that follows
