@@ -14,8 +14,8 @@
 
 #include "AppDelegate.h"
 #include "launch/Launch.h"
-#include "platform/bench/BenchFile.h"
-#include "platform/bench/RegistryTree.h"
+#include "platform/bench/file/BenchFile.h"
+#include "platform/bench/tree/RegistryTree.h"
 #include "platform/posix/PlainMainQueue.h"
 
 namespace {

@@ -3,11 +3,11 @@
 #include <utility>
 
 #include "Corvane2Info.h"
-#include "DeviceListEntries.h"
 #include "DeviceMonitorCORVANE2_10GE/DeviceMonitorCORVANE2_10GE.h"
 #include "DeviceMonitorCORVANE2_8FC/DeviceMonitorCORVANE2.h"
-#include "DriverVersionComparison.h"
-#include "DumpPages.h"
+#include "inventory/DeviceListEntries.h"
+#include "pages/DriverVersionComparison.h"
+#include "pages/DumpPages.h"
 
 namespace corvane {
 

@@ -8,20 +8,20 @@
 #include <vector>
 
 #include "AboutDialog.h"
-#include "AdministratorLock.h"
-#include "ControllerState.h"
 #include "FCQDepthViewController.h"
-#include "FibreChannelPages.h"
-#include "FirmwareUpdate.h"
-#include "LogCollection.h"
-#include "MainWindowControls.h"
 #include "MatrixController.h"
 #include "OnlineUpdate/OnlineUpdate.h"
 #include "SFPController.h"
-#include "TenGigabitPages.h"
-#include "Volumes.h"
 #include "controls/InterfaceWindow.h"
+#include "firmware/FirmwareUpdate.h"
+#include "firmware/Volumes.h"
+#include "pages/FibreChannelPages.h"
+#include "pages/TenGigabitPages.h"
 #include "platform/Platform.h"
+#include "support/AdministratorLock.h"
+#include "support/LogCollection.h"
+#include "window/ControllerState.h"
+#include "window/MainWindowControls.h"
 
 namespace corvane {
 

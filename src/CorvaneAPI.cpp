@@ -8,9 +8,9 @@
 #include <new>
 #include <span>
 
-#include "FibreChannelProtocol.h"
-#include "FirmwareImageFile.h"
-#include "SFPDecoder.h"
+#include "fibre_channel/FibreChannelProtocol.h"
+#include "fibre_channel/FirmwareImageFile.h"
+#include "fibre_channel/SFPDecoder.h"
 
 namespace corvane {
 

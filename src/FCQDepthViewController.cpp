@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "WholeNumber.h"
+#include "text/WholeNumber.h"
 
 namespace corvane {
 

@@ -3,11 +3,11 @@
 #include <cstdint>
 #include <functional>
 
-#include "MainWindowControls.h"
 #include "OnlyIntegerValueFormatter.h"
 #include "controls/EntryField.h"
 #include "controls/InterfaceWindow.h"
 #include "platform/Platform.h"
+#include "window/MainWindowControls.h"
 
 namespace corvane {
 

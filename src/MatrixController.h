@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <functional>
 
-#include "MainWindowControls.h"
 #include "controls/InterfaceWindow.h"
 #include "platform/Platform.h"
+#include "window/MainWindowControls.h"
 
 namespace corvane {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "WholeNumber.h"
+#include "text/WholeNumber.h"
 
 namespace corvane {
 

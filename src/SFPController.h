@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "MainWindowControls.h"
 #include "controls/InterfaceWindow.h"
 #include "platform/Platform.h"
+#include "window/MainWindowControls.h"
 
 namespace corvane {
 

@@ -25,14 +25,14 @@ const PerformanceSettings& settingsOf(PerformanceMode mode) {
   return presets[static_cast<size_t>(mode) - 1].settings;
 }
 
+}  // namespace
+
 PerformanceMode modeOf(const PerformanceSettings& settings) {
   for (const Preset& preset : presets) {
     if (preset.settings == settings) return preset.mode;
   }
   return PerformanceMode::Custom;
 }
-
-}  // namespace
 
 int64_t commandAPI::returnCurrentMode(const std::string& nicName) {
   const CommandTurn turn;

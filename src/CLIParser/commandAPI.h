@@ -27,6 +27,9 @@ struct PerformanceSettings {
   bool operator==(const PerformanceSettings&) const = default;
 };
 
+/// The preset that has these settings, or Custom.
+PerformanceMode modeOf(const PerformanceSettings& settings);
+
 /// Applies the performance presets and recognises them. Blocks while the commands run; each
 /// operation is one turn of the command channel, so nothing comes between its commands.
 class commandAPI {

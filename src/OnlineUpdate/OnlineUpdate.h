@@ -7,14 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "ControllerState.h"
-#include "MainWindowControls.h"
 #include "OnlineUpdate/UpdateCatalogue.h"
 #include "OnlineUpdate/UpdateDevice.h"
 #include "OnlineUpdate/UpdateDownload.h"
 #include "OnlineUpdate/UpdateInstallation.h"
 #include "OnlineUpdate/UpdateWindowControls.h"
 #include "platform/Platform.h"
+#include "window/ControllerState.h"
+#include "window/MainWindowControls.h"
 
 namespace corvane {
 

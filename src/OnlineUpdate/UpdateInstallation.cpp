@@ -9,7 +9,7 @@
 #include "Corvane2Info.h"
 #include "DeviceMonitorCORVANE2_8FC/Corvane2Device.h"
 #include "DeviceMonitorCORVANE2_8FC/FCPort.h"
-#include "Volumes.h"
+#include "firmware/Volumes.h"
 
 namespace corvane {
 

@@ -8,10 +8,10 @@
 #include <utility>
 #include <vector>
 
-#include "DeviceList.h"
-#include "FirmwareImageFile.h"
 #include "OnlineUpdate/UpdateDevice.h"
 #include "OnlineUpdate/UpdateDownload.h"
+#include "fibre_channel/FirmwareImageFile.h"
+#include "inventory/DeviceList.h"
 #include "platform/Platform.h"
 
 namespace corvane {

@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "ArbitratedLoopAddresses.h"
-#include "FibreChannelProtocol.h"
-#include "cli/CommandOutput.h"
 #include "cli/SettingChange.h"
+#include "cli/answers/CommandOutput.h"
+#include "fibre_channel/ArbitratedLoopAddresses.h"
+#include "fibre_channel/FibreChannelProtocol.h"
 
 namespace corvane {
 

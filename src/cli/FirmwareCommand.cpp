@@ -9,10 +9,10 @@
 #include <optional>
 #include <string>
 
-#include "FirmwareImageFile.h"
-#include "cli/AdministratorRights.h"
-#include "cli/Interruption.h"
-#include "cli/Session.h"
+#include "cli/answers/Interruption.h"
+#include "cli/session/AdministratorRights.h"
+#include "cli/session/Session.h"
+#include "fibre_channel/FirmwareImageFile.h"
 
 namespace corvane {
 

@@ -3,9 +3,9 @@
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
-#include "cli/AdapterReport.h"
-#include "cli/DumpReport.h"
-#include "cli/Session.h"
+#include "cli/session/AdapterReport.h"
+#include "cli/session/DumpReport.h"
+#include "cli/session/Session.h"
 
 namespace corvane {
 

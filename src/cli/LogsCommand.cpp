@@ -8,8 +8,8 @@
 #include <optional>
 #include <string>
 
-#include "cli/Interruption.h"
-#include "cli/Session.h"
+#include "cli/answers/Interruption.h"
+#include "cli/session/Session.h"
 
 namespace corvane {
 

@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "FibreChannelProtocol.h"
-#include "SFPDecoder.h"
-#include "cli/CommandOutput.h"
-#include "cli/TransceiverTexts.h"
+#include "cli/answers/CommandOutput.h"
+#include "cli/session/TransceiverTexts.h"
+#include "fibre_channel/FibreChannelProtocol.h"
+#include "fibre_channel/SFPDecoder.h"
 
 namespace corvane {
 

@@ -5,13 +5,13 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "cli/AdapterReport.h"
-#include "cli/AdministratorRights.h"
-#include "cli/Interruption.h"
-#include "cli/ModeNames.h"
-#include "cli/Session.h"
 #include "cli/SettingChange.h"
-#include "cli/WaitingNote.h"
+#include "cli/answers/Interruption.h"
+#include "cli/answers/WaitingNote.h"
+#include "cli/session/AdapterReport.h"
+#include "cli/session/AdministratorRights.h"
+#include "cli/session/ModeNames.h"
+#include "cli/session/Session.h"
 
 namespace corvane {
 

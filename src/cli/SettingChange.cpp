@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cli/CommandOutput.h"
+#include "cli/answers/CommandOutput.h"
 
 namespace corvane {
 

@@ -5,10 +5,10 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "cli/AdapterReport.h"
-#include "cli/DumpReport.h"
-#include "cli/Session.h"
-#include "cli/WaitingNote.h"
+#include "cli/answers/WaitingNote.h"
+#include "cli/session/AdapterReport.h"
+#include "cli/session/DumpReport.h"
+#include "cli/session/Session.h"
 
 namespace corvane {
 

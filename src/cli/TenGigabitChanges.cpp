@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "cli/CommandOutput.h"
-#include "cli/ModeNames.h"
 #include "cli/SettingChange.h"
+#include "cli/answers/CommandOutput.h"
+#include "cli/session/ModeNames.h"
 
 namespace corvane {
 

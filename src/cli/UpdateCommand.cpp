@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
-#include "cli/AdapterLabels.h"
-#include "cli/AdministratorRights.h"
-#include "cli/Interruption.h"
-#include "cli/Session.h"
+#include "cli/answers/Interruption.h"
+#include "cli/session/AdapterLabels.h"
+#include "cli/session/AdministratorRights.h"
+#include "cli/session/Session.h"
 
 namespace corvane {
 

@@ -6,8 +6,8 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "cli/Interruption.h"
-#include "cli/Session.h"
+#include "cli/answers/Interruption.h"
+#include "cli/session/Session.h"
 
 namespace corvane {
 

@@ -2,17 +2,17 @@
 #include <string>
 #include <vector>
 
-#include "cli/ArchiveCommand.h"
-#include "cli/CommandOutput.h"
 #include "cli/FirmwareCommand.h"
 #include "cli/ListCommand.h"
 #include "cli/LogsCommand.h"
 #include "cli/SFPCommand.h"
 #include "cli/SetCommand.h"
 #include "cli/ShowCommand.h"
-#include "cli/StandardStreams.h"
 #include "cli/UpdateCommand.h"
 #include "cli/WatchCommand.h"
+#include "cli/answers/CommandOutput.h"
+#include "cli/answers/StandardStreams.h"
+#include "cli/archive/ArchiveCommand.h"
 #include "launch/Launch.h"
 
 namespace {

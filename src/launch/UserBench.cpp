@@ -4,8 +4,8 @@
 #include <filesystem>
 
 #include "launch/LaunchFailure.h"
-#include "platform/bench/BenchDemo.h"
-#include "platform/bench/BenchFile.h"
+#include "platform/bench/file/BenchDemo.h"
+#include "platform/bench/file/BenchFile.h"
 
 namespace corvane {
 

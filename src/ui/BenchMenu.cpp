@@ -8,8 +8,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "platform/bench/BenchEdits.h"
-#include "platform/bench/BenchProducts.h"
+#include "platform/bench/file/BenchEdits.h"
+#include "platform/bench/file/BenchProducts.h"
 
 namespace corvane {
 

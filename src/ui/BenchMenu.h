@@ -3,7 +3,7 @@
 #include <QMenu>
 #include <functional>
 
-#include "platform/bench/BenchFile.h"
+#include "platform/bench/file/BenchFile.h"
 
 namespace corvane {
 

@@ -8,7 +8,7 @@
 #include <memory>
 #include <utility>
 
-#include "ui/AlertSheet.h"
+#include "ui/sheets/AlertSheet.h"
 
 namespace corvane {
 

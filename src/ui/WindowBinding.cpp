@@ -8,8 +8,8 @@
 #include <memory>
 #include <utility>
 
-#include "ui/ControlBinding.h"
-#include "ui/DialogSize.h"
+#include "ui/controls/ControlBinding.h"
+#include "ui/controls/DialogSize.h"
 
 namespace corvane {
 

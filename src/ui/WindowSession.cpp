@@ -8,11 +8,11 @@
 #include <algorithm>
 
 #include "AppDelegate.h"
-#include "DumpPages.h"
+#include "pages/DumpPages.h"
 #include "ui/BenchMenu.h"
 #include "ui/MainWindow.h"
-#include "ui/PasswordSheet.h"
-#include "ui/Translation.h"
+#include "ui/controls/Translation.h"
+#include "ui/sheets/PasswordSheet.h"
 
 namespace corvane {
 

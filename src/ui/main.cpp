@@ -9,10 +9,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "ui/Artwork.h"
 #include "ui/QtMainQueue.h"
-#include "ui/Translation.h"
 #include "ui/WindowSession.h"
+#include "ui/controls/Artwork.h"
+#include "ui/controls/Translation.h"
 
 namespace corvane {
 

@@ -1,7 +1,7 @@
 #include "ApplicationFixture.h"
-#include "DeviceListEntries.h"
 #include "DeviceMonitorCORVANE2_10GE/Corvane2Device_10GE.h"
 #include "DeviceMonitorCORVANE2_8FC/DeviceMonitorCORVANE2.h"
+#include "inventory/DeviceListEntries.h"
 
 using namespace corvane;
 using ::testing::ElementsAre;

@@ -1,4 +1,4 @@
-#include "DeviceList.h"
+#include "inventory/DeviceList.h"
 
 #include <atomic>
 #include <thread>

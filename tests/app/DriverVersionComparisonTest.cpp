@@ -1,4 +1,4 @@
-#include "DriverVersionComparison.h"
+#include "pages/DriverVersionComparison.h"
 
 using namespace corvane;
 

@@ -1,4 +1,4 @@
-#include "cli/BenchCommands.h"
+#include "cli/bench/BenchCommands.h"
 
 #include <gmock/gmock.h>
 #include <signal.h>
@@ -13,11 +13,11 @@
 #include <thread>
 
 #include "TemporaryFolder.h"
-#include "cli/BenchServer.h"
-#include "cli/CommandOutput.h"
-#include "platform/bench/BenchDemo.h"
-#include "platform/bench/BenchFile.h"
-#include "platform/bench/BenchFirmwareImage.h"
+#include "cli/answers/CommandOutput.h"
+#include "cli/bench/BenchServer.h"
+#include "platform/bench/file/BenchDemo.h"
+#include "platform/bench/file/BenchFile.h"
+#include "platform/bench/file/BenchFirmwareImage.h"
 #include "platform/posix/CurlTransfer.h"
 
 using namespace corvane;

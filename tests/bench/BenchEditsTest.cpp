@@ -1,4 +1,4 @@
-#include "platform/bench/BenchEdits.h"
+#include "platform/bench/file/BenchEdits.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/bench/BenchFile.h"
-#include "platform/bench/BenchProducts.h"
+#include "platform/bench/file/BenchFile.h"
+#include "platform/bench/file/BenchProducts.h"
 
 using namespace corvane;
 

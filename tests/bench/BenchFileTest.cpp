@@ -1,4 +1,4 @@
-#include "platform/bench/BenchFile.h"
+#include "platform/bench/file/BenchFile.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -12,9 +12,9 @@
 #include <sstream>
 #include <thread>
 
-#include "ArbitratedLoopAddresses.h"
 #include "TemporaryFolder.h"
-#include "platform/bench/BenchProducts.h"
+#include "fibre_channel/ArbitratedLoopAddresses.h"
+#include "platform/bench/file/BenchProducts.h"
 
 using namespace corvane;
 

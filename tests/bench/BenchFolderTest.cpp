@@ -1,4 +1,4 @@
-#include "platform/bench/BenchFolder.h"
+#include "platform/bench/file/BenchFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -7,8 +7,8 @@
 
 #include "bench/BenchMachineFixture.h"
 #include "fakes/FakePrompts.h"
-#include "platform/bench/BenchEdits.h"
-#include "platform/bench/BenchFolder.h"
+#include "platform/bench/file/BenchEdits.h"
+#include "platform/bench/file/BenchFolder.h"
 #include "platform/posix/PlainMainQueue.h"
 
 using namespace corvane;

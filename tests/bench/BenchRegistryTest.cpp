@@ -6,7 +6,7 @@
 #include <thread>
 
 #include "bench/BenchMachineFixture.h"
-#include "platform/bench/BenchEdits.h"
+#include "platform/bench/file/BenchEdits.h"
 #include "platform/posix/ThreadRunLoops.h"
 
 using namespace corvane;

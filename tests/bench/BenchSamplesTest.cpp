@@ -5,10 +5,10 @@
 #include <numeric>
 #include <set>
 
-#include "platform/bench/BenchDemo.h"
-#include "platform/bench/BenchFile.h"
-#include "platform/bench/BenchProducts.h"
-#include "platform/bench/RegistryMatching.h"
+#include "platform/bench/file/BenchDemo.h"
+#include "platform/bench/file/BenchFile.h"
+#include "platform/bench/file/BenchProducts.h"
+#include "platform/bench/tree/RegistryMatching.h"
 
 using namespace corvane;
 

@@ -4,9 +4,9 @@
 
 #include "bench/BenchMachineFixture.h"
 #include "platform/StructureLayout.h"
-#include "platform/bench/BenchEdits.h"
-#include "platform/bench/BenchFirmwareImage.h"
 #include "platform/bench/BenchUserClient.h"
+#include "platform/bench/file/BenchEdits.h"
+#include "platform/bench/file/BenchFirmwareImage.h"
 
 namespace corvane {
 

@@ -1,13 +1,13 @@
-#include "platform/bench/RegistryTree.h"
+#include "platform/bench/tree/RegistryTree.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <set>
 
-#include "platform/bench/BenchEdits.h"
-#include "platform/bench/BenchProducts.h"
-#include "platform/bench/RegistryMatching.h"
+#include "platform/bench/file/BenchEdits.h"
+#include "platform/bench/file/BenchProducts.h"
+#include "platform/bench/tree/RegistryMatching.h"
 
 using namespace corvane;
 

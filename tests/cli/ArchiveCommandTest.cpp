@@ -1,4 +1,4 @@
-#include "cli/ArchiveCommand.h"
+#include "cli/archive/ArchiveCommand.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
@@ -8,7 +8,7 @@
 #include <sstream>
 
 #include "CORVANE2Archive/ArchiveFixtures.h"
-#include "cli/CommandOutput.h"
+#include "cli/answers/CommandOutput.h"
 
 namespace corvane::archivetest {
 namespace {

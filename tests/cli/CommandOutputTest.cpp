@@ -1,4 +1,4 @@
-#include "cli/CommandOutput.h"
+#include "cli/answers/CommandOutput.h"
 
 #include <gmock/gmock.h>
 

@@ -8,7 +8,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "cli/CommandOutput.h"
+#include "cli/answers/CommandOutput.h"
 
 using namespace corvane;
 using nlohmann::ordered_json;

@@ -1,4 +1,4 @@
-#include "cli/StagedFile.h"
+#include "cli/answers/StagedFile.h"
 
 #include <gmock/gmock.h>
 
@@ -8,7 +8,7 @@
 #include <thread>
 
 #include "CORVANE2Archive/ArchiveFixtures.h"
-#include "cli/ArchiveReport.h"
+#include "cli/archive/ArchiveReport.h"
 
 namespace corvane::archivetest {
 namespace {

@@ -1,4 +1,4 @@
-#include "cli/WaitingNote.h"
+#include "cli/answers/WaitingNote.h"
 
 #include <gtest/gtest.h>
 

@@ -5,13 +5,13 @@
 #include <array>
 #include <set>
 
-#include "ArbitratedLoopAddresses.h"
 #include "FCQDepthViewController.h"
 #include "MatrixController.h"
 #include "OnlyIntegerValueFormatter.h"
-#include "WholeNumber.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/ManualDispatch.h"
+#include "fibre_channel/ArbitratedLoopAddresses.h"
+#include "text/WholeNumber.h"
 
 using namespace corvane;
 using testing::ElementsAre;

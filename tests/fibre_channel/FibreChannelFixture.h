@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "ControllerState.h"
 #include "Corvane2Info.h"
 #include "DeviceMonitorCORVANE2_8FC/Corvane2Device.h"
-#include "FibreChannelProtocol.h"
-#include "MainWindowControls.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/ManualDispatch.h"
+#include "fibre_channel/FibreChannelProtocol.h"
+#include "window/ControllerState.h"
+#include "window/MainWindowControls.h"
 
 namespace corvane {
 

@@ -1,4 +1,4 @@
-#include "FibreChannelMenus.h"
+#include "pages/FibreChannelMenus.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

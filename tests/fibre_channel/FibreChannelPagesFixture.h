@@ -5,10 +5,10 @@
 #include <memory>
 #include <string>
 
-#include "DriverVersionComparison.h"
-#include "FibreChannelPages.h"
 #include "SFPController.h"
 #include "fibre_channel/FibreChannelFixture.h"
+#include "pages/DriverVersionComparison.h"
+#include "pages/FibreChannelPages.h"
 
 namespace corvane {
 

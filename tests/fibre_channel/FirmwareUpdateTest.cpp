@@ -1,4 +1,4 @@
-#include "FirmwareUpdate.h"
+#include "firmware/FirmwareUpdate.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,9 +7,9 @@
 #include <fstream>
 
 #include "CORVANE2Archive/ArchiveFixtures.h"
-#include "Volumes.h"
 #include "fakes/OneFilePackage.h"
 #include "fibre_channel/FibreChannelFixture.h"
+#include "firmware/Volumes.h"
 
 using namespace corvane;
 using namespace std::chrono_literals;

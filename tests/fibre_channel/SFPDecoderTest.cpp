@@ -1,4 +1,4 @@
-#include "SFPDecoder.h"
+#include "fibre_channel/SFPDecoder.h"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 #include <array>
 #include <iterator>
 
-#include "FirmwareImageFile.h"
-#include "platform/bench/BenchFirmwareImage.h"
+#include "fibre_channel/FirmwareImageFile.h"
+#include "platform/bench/file/BenchFirmwareImage.h"
 
 using namespace corvane;
 

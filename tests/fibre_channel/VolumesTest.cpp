@@ -1,4 +1,4 @@
-#include "Volumes.h"
+#include "firmware/Volumes.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,9 +7,9 @@
 #include <fstream>
 #include <iterator>
 
-#include "UnmountedVolumesRecord.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/ManualDispatch.h"
+#include "firmware/UnmountedVolumesRecord.h"
 
 using namespace corvane;
 using testing::ElementsAre;

@@ -5,12 +5,12 @@
 #include <span>
 
 #include "CorvaneAPI.h"
-#include "FibreChannelMenus.h"
-#include "FibreChannelProtocol.h"
 #include "fakes/FakeLog.h"
 #include "fakes/FakeUserClient.h"
 #include "fakes/ManualDispatch.h"
+#include "fibre_channel/FibreChannelProtocol.h"
 #include "fuzz/Require.h"
+#include "pages/FibreChannelMenus.h"
 
 using namespace corvane;
 

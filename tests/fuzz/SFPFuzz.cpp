@@ -6,8 +6,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "FibreChannelProtocol.h"
-#include "SFPDecoder.h"
+#include "fibre_channel/FibreChannelProtocol.h"
+#include "fibre_channel/SFPDecoder.h"
 #include "fuzz/Require.h"
 
 using namespace corvane;

@@ -5,8 +5,8 @@
 
 #include "TemporaryFolder.h"
 #include "fakes/FakePrompts.h"
-#include "platform/bench/BenchDemo.h"
-#include "platform/bench/BenchFile.h"
+#include "platform/bench/file/BenchDemo.h"
+#include "platform/bench/file/BenchFile.h"
 #include "platform/posix/PlainMainQueue.h"
 
 using namespace corvane;

@@ -5,9 +5,9 @@
 #include "TemporaryFolder.h"
 #include "fakes/FakeLog.h"
 #include "fakes/FakePrompts.h"
-#include "platform/bench/BenchDemo.h"
-#include "platform/bench/BenchFile.h"
 #include "platform/bench/BenchPlatform.h"
+#include "platform/bench/file/BenchDemo.h"
+#include "platform/bench/file/BenchFile.h"
 #include "platform/journal/JournalPlatform.h"
 #include "platform/posix/PlainMainQueue.h"
 

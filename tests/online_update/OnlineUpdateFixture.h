@@ -8,9 +8,9 @@
 
 #include "OnlineUpdate/OnlineUpdate.h"
 #include "TemporaryFolder.h"
-#include "Volumes.h"
 #include "fakes/OneFilePackage.h"
 #include "fibre_channel/FibreChannelFixture.h"
+#include "firmware/Volumes.h"
 #include "online_update/CatalogueText.h"
 
 namespace corvane {

@@ -1,4 +1,4 @@
-#include "AdministratorLock.h"
+#include "support/AdministratorLock.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "AppDelegate.h"
-#include "DumpPages.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/ManualDispatch.h"
+#include "pages/DumpPages.h"
 #include "platform/dump/DumpPlatform.h"
 
 using namespace corvane;

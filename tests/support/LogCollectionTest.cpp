@@ -1,4 +1,4 @@
-#include "LogCollection.h"
+#include "support/LogCollection.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

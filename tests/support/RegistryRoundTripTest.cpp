@@ -8,7 +8,7 @@
 #include "cli/bench-tools/RegistryPrinter.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/ManualDispatch.h"
-#include "platform/bench/BenchFile.h"
+#include "platform/bench/file/BenchFile.h"
 #include "platform/dump/DumpPlatform.h"
 
 using namespace corvane;

@@ -12,8 +12,8 @@
 #include "fakes/FakeLog.h"
 #include "fakes/FakePrompts.h"
 #include "fakes/PlatformWithShell.h"
-#include "platform/bench/BenchFolder.h"
 #include "platform/bench/BenchPlatform.h"
+#include "platform/bench/file/BenchFolder.h"
 #include "platform/journal/JournalPlatform.h"
 #include "platform/posix/PlainMainQueue.h"
 

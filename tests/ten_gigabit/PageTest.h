@@ -5,11 +5,11 @@
 #include "CLIParser/ScriptedShell.h"
 #include "DeviceMonitorCORVANE2_10GE/Corvane2Device_10GE.h"
 #include "DeviceMonitorCORVANE2_10GE/SEPort.h"
-#include "TenGigabitPages.h"
 #include "discovery/Products.h"
 #include "discovery/StopToken.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/ManualDispatch.h"
+#include "pages/TenGigabitPages.h"
 
 namespace corvane {
 

@@ -17,11 +17,11 @@
 
 #include "AppDelegate.h"
 #include "UiTest.h"
-#include "platform/bench/BenchEdits.h"
-#include "platform/bench/BenchFile.h"
+#include "platform/bench/file/BenchEdits.h"
+#include "platform/bench/file/BenchFile.h"
 #include "ui/MainWindow.h"
-#include "ui/NoAdapterPage.h"
 #include "ui/QtMainQueue.h"
+#include "ui/pages/NoAdapterPage.h"
 
 using namespace corvane;
 

@@ -1,4 +1,4 @@
-#include "ui/Bindings.h"
+#include "ui/controls/Bindings.h"
 
 #include <QAbstractItemView>
 #include <QAction>
@@ -14,7 +14,7 @@
 
 #include "UiTest.h"
 #include "fakes/ManualDispatch.h"
-#include "ui/PopUpBox.h"
+#include "ui/controls/PopUpBox.h"
 
 using namespace corvane;
 

@@ -5,9 +5,9 @@
 #include <QTest>
 #include <QToolButton>
 
-#include "ArbitratedLoopAddresses.h"
 #include "BenchWindow.h"
 #include "UiTest.h"
+#include "fibre_channel/ArbitratedLoopAddresses.h"
 
 using namespace corvane;
 

@@ -8,7 +8,7 @@
 #include "UiTest.h"
 #include "fakes/FakePrompts.h"
 #include "fakes/ManualDispatch.h"
-#include "ui/Bindings.h"
+#include "ui/controls/Bindings.h"
 
 using namespace corvane;
 

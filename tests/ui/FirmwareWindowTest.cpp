@@ -7,7 +7,7 @@
 
 #include "BenchWindow.h"
 #include "UiTest.h"
-#include "ui/AlertSheet.h"
+#include "ui/sheets/AlertSheet.h"
 
 using namespace corvane;
 

@@ -9,7 +9,7 @@
 
 #include "BenchWindow.h"
 #include "UiTest.h"
-#include "ui/PasswordSheet.h"
+#include "ui/sheets/PasswordSheet.h"
 
 using namespace corvane;
 

@@ -14,7 +14,7 @@
 
 #include "BenchWindow.h"
 #include "UiTest.h"
-#include "ui/PopUpBox.h"
+#include "ui/controls/PopUpBox.h"
 
 using namespace corvane;
 

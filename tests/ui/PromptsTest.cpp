@@ -10,8 +10,8 @@
 #include <QTimer>
 
 #include "UiTest.h"
-#include "ui/AlertSheet.h"
 #include "ui/QtPrompts.h"
+#include "ui/sheets/AlertSheet.h"
 
 using namespace corvane;
 

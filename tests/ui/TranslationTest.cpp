@@ -1,4 +1,4 @@
-#include "ui/Translation.h"
+#include "ui/controls/Translation.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>

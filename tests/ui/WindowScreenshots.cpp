@@ -6,8 +6,8 @@
 #include "AppDelegate.h"
 #include "Photographer.h"
 #include "ui/QtMainQueue.h"
-#include "ui/Translation.h"
 #include "ui/WindowSession.h"
+#include "ui/controls/Translation.h"
 
 namespace {
 

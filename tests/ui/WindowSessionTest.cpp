@@ -9,10 +9,10 @@
 
 #include "AppDelegate.h"
 #include "UiTest.h"
-#include "platform/bench/BenchFile.h"
+#include "platform/bench/file/BenchFile.h"
 #include "ui/MainWindow.h"
 #include "ui/QtMainQueue.h"
-#include "ui/Translation.h"
+#include "ui/controls/Translation.h"
 
 using namespace corvane;
 

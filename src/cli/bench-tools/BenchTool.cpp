@@ -7,8 +7,8 @@
 #include <exception>
 #include <nlohmann/json.hpp>
 
-#include "platform/bench/BenchDocument.h"
-#include "platform/bench/BenchFolder.h"
+#include "platform/bench/file/BenchDocument.h"
+#include "platform/bench/file/BenchFolder.h"
 
 namespace corvane {
 

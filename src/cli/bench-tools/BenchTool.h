@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/bench/BenchFile.h"
+#include "platform/bench/file/BenchFile.h"
 
 namespace corvane {
 

@@ -6,7 +6,7 @@
 
 #include "cli/bench-tools/PropertyList.h"
 #include "cli/bench-tools/RegistryPrinter.h"
-#include "platform/bench/RegistryTree.h"
+#include "platform/bench/tree/RegistryTree.h"
 
 namespace corvane {
 

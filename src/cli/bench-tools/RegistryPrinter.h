@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/bench/RegistryTree.h"
+#include "platform/bench/tree/RegistryTree.h"
 
 namespace corvane {
 

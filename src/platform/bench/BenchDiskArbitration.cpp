@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/bench/RegistryMatching.h"
+#include "platform/bench/tree/RegistryMatching.h"
 
 namespace corvane {
 

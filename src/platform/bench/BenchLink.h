@@ -3,8 +3,8 @@
 #include <chrono>
 #include <cstdint>
 
-#include "platform/bench/BenchProducts.h"
-#include "platform/bench/BenchState.h"
+#include "platform/bench/file/BenchProducts.h"
+#include "platform/bench/file/BenchState.h"
 
 namespace corvane {
 

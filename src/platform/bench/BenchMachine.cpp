@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
-#include "platform/bench/BenchEdits.h"
-#include "platform/bench/BenchFolder.h"
+#include "platform/bench/file/BenchEdits.h"
+#include "platform/bench/file/BenchFolder.h"
 
 namespace corvane {
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "platform/Log.h"
-#include "platform/bench/BenchFile.h"
+#include "platform/bench/file/BenchFile.h"
 
 namespace corvane {
 

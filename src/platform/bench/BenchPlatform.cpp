@@ -3,10 +3,10 @@
 #include <filesystem>
 
 #include "platform/bench/BenchDiskArbitration.h"
-#include "platform/bench/BenchFolder.h"
 #include "platform/bench/BenchRegistry.h"
 #include "platform/bench/BenchSystem.h"
 #include "platform/bench/BenchUserClient.h"
+#include "platform/bench/file/BenchFolder.h"
 #include "platform/posix/CurlTransfer.h"
 #include "platform/posix/LocalNotificationCenter.h"
 #include "platform/posix/SystemShell.h"

@@ -8,8 +8,8 @@
 #include <unistd.h>
 
 #include "platform/Platform.h"
-#include "platform/bench/BenchFile.h"
 #include "platform/bench/BenchMachine.h"
+#include "platform/bench/file/BenchFile.h"
 #include "platform/posix/MainQueue.h"
 
 namespace corvane {

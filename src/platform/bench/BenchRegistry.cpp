@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/bench/RegistryMatching.h"
+#include "platform/bench/tree/RegistryMatching.h"
 
 namespace corvane {
 

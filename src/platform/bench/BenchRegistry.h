@@ -10,7 +10,7 @@
 
 #include "platform/Registry.h"
 #include "platform/bench/BenchMachine.h"
-#include "platform/bench/RegistryTree.h"
+#include "platform/bench/tree/RegistryTree.h"
 #include "platform/posix/ThreadRunLoops.h"
 
 namespace corvane {

@@ -7,7 +7,7 @@
 #include <ctime>
 #include <filesystem>
 
-#include "platform/bench/RegistryTree.h"
+#include "platform/bench/tree/RegistryTree.h"
 
 namespace corvane {
 

@@ -10,8 +10,8 @@
 #include "platform/Log.h"
 #include "platform/Shell.h"
 #include "platform/Transfer.h"
-#include "platform/bench/BenchFolder.h"
 #include "platform/bench/BenchMachine.h"
+#include "platform/bench/file/BenchFolder.h"
 
 // The smaller parts of the simulated operating system.
 namespace corvane {

@@ -6,11 +6,11 @@
 #include <array>
 
 #include "platform/StructureLayout.h"
-#include "platform/bench/BenchEdits.h"
-#include "platform/bench/BenchFirmwareImage.h"
 #include "platform/bench/BenchLink.h"
-#include "platform/bench/BenchProducts.h"
-#include "platform/bench/BenchTransceiverDump.h"
+#include "platform/bench/file/BenchEdits.h"
+#include "platform/bench/file/BenchFirmwareImage.h"
+#include "platform/bench/file/BenchProducts.h"
+#include "platform/bench/file/BenchTransceiverDump.h"
 
 namespace corvane {
 

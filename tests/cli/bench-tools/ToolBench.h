@@ -6,7 +6,7 @@
 
 #include "CLIParser/ScriptedShell.h"
 #include "cli/bench-tools/BenchTool.h"
-#include "platform/bench/BenchFile.h"
+#include "platform/bench/file/BenchFile.h"
 
 namespace corvane {
 
