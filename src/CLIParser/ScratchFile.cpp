@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cerrno>
+#include <thread>
 
 namespace corvane {
 
@@ -27,12 +28,24 @@ bool isOwnFile(int descriptor) {
          status.st_nlink == 1;
 }
 
-bool lockAndEmpty(int descriptor) {
-  int locked = 0;
-  do {
-    locked = flock(descriptor, LOCK_EX);
-  } while (locked != 0 && errno == EINTR);
-  return locked == 0 && fchmod(descriptor, ownerOnly) == 0 && ftruncate(descriptor, 0) == 0;
+constexpr std::chrono::milliseconds lockInterval{5};
+
+/// Takes the file's lock, trying again until the time is up: flock alone would wait for ever.
+bool lockWithin(int descriptor, std::chrono::milliseconds limit) {
+  const auto deadline = std::chrono::steady_clock::now() + limit;
+  while (flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
+    if (errno != EWOULDBLOCK && errno != EINTR) return false;
+    if (std::chrono::steady_clock::now() >= deadline) {
+      errno = EWOULDBLOCK;
+      return false;
+    }
+    std::this_thread::sleep_for(lockInterval);
+  }
+  return true;
+}
+
+bool empty(int descriptor) {
+  return fchmod(descriptor, ownerOnly) == 0 && ftruncate(descriptor, 0) == 0;
 }
 
 int closed(int descriptor) {
@@ -55,14 +68,15 @@ int openOwnFile(const std::string& path) {
   return openWithoutFollowing(path, O_EXCL);
 }
 
-int openScratchFile(const std::string& path) {
-  const int descriptor = openOwnFile(path);
-  return descriptor >= 0 && lockAndEmpty(descriptor) ? descriptor : closed(descriptor);
-}
-
 }  // namespace
 
-ScratchFile::ScratchFile(const std::string& path) : descriptor_(openScratchFile(path)) {}
+ScratchFile::ScratchFile(const std::string& path, std::chrono::milliseconds waitLimit)
+    : descriptor_(openOwnFile(path)) {
+  if (descriptor_ < 0) return;
+  const bool locked = lockWithin(descriptor_, waitLimit);
+  busy_ = !locked && errno == EWOULDBLOCK;
+  if (!locked || !empty(descriptor_)) descriptor_ = closed(descriptor_);
+}
 
 ScratchFile::~ScratchFile() {
   closed(descriptor_);

@@ -1,9 +1,14 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 
 namespace corvane {
+
+/// How long a program waits for another one that has the scratch file: a little longer than one
+/// command may take.
+inline constexpr std::chrono::milliseconds scratchFileWaitLimit{15000};
 
 /// The file that takes the output of one command, from before the command runs until its output
 /// has been read back. The folder may be writable by everybody, so the file is never reached
@@ -13,8 +18,9 @@ namespace corvane {
 class ScratchFile {
  public:
   /// Makes the file, or empties the one from the last command. Waits for another process that has
-  /// it.
-  explicit ScratchFile(const std::string& path);
+  /// it, for `waitLimit` at most.
+  explicit ScratchFile(const std::string& path,
+                       std::chrono::milliseconds waitLimit = scratchFileWaitLimit);
   ScratchFile(const ScratchFile&) = delete;
   ScratchFile& operator=(const ScratchFile&) = delete;
   ~ScratchFile();
@@ -22,10 +28,14 @@ class ScratchFile {
   /// Whether there is such a file. If not, no command must write to the path.
   bool isOpen() const { return descriptor_ >= 0; }
 
+  /// Whether there is none because another process had it all the time.
+  bool isBusy() const { return busy_; }
+
   /// What the file holds, at most scratchFileLimit bytes; nothing when it cannot be read.
   std::optional<std::string> contents() const;
 
  private:
+  bool busy_ = false;
   int descriptor_;
 };
 

@@ -65,6 +65,7 @@ int64_t commandAPI::setServerMode(const std::string& nicName) {
 int64_t commandAPI::applyPreset(const std::string& nicName, PerformanceMode mode) {
   const CommandTurn turn;
   const PerformanceSettings& settings = settingsOf(mode);
+  missing_.clear();
   command_.setNicName(nicName);
   writeSetting("RxIntrThrottle", settings.rxIntrThrottle);
   writeSetting("RxRingSize", settings.rxRingSize);
@@ -73,7 +74,9 @@ int64_t commandAPI::applyPreset(const std::string& nicName, PerformanceMode mode
   command_.setCommandTittle("RxRingCount");
   command_.setSetValue(std::to_string(settings.rxRingCount));
   command_.setFuckSmallTreeRxring(command_);
+  noteUnlessRun("RxRingCount");
   command_.saveCommand(command_);
+  noteUnlessRun("saveConfig");
   return 0;
 }
 
@@ -85,7 +88,12 @@ int64_t commandAPI::readSetting(const char* title) {
 void commandAPI::writeSetting(const char* title, int64_t value) {
   command_.setCommandTittle(title);
   command_.setSetValue(std::to_string(value));
-  command_.setCommand(command_);
+  if (!command_.setCommand(command_)) missing_.emplace_back(title);
+}
+
+void commandAPI::noteUnlessRun(const char* line) {
+  const CommandOutcome& outcome = command_.lastOutcome();
+  if (!outcome.wasRun() || outcome.exitStatus != 0) missing_.emplace_back(line);
 }
 
 }  // namespace corvane

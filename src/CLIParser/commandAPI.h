@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "CLIParser/commandBody.h"
 
@@ -42,11 +43,17 @@ class commandAPI {
   int64_t returnCurrentMode(const std::string& nicName);
 
   /// Write a preset to the interface and save it. A write that fails does not stop the rest;
-  /// the result is always 0.
+  /// the result is always 0. What was not taken is named by missing().
   int64_t setLowLatencyMode(const std::string& nicName);
   int64_t setBalancedMode(const std::string& nicName);
   int64_t setHighThroughputMode(const std::string& nicName);
   int64_t setServerMode(const std::string& nicName);
+
+  /// What the last preset lacks on the interface, in the order of the writing: the settings that
+  /// did not read back as written, and "saveConfig" when the tool did not save. Empty when it was
+  /// written whole. The ring count cannot be read back so; it counts as missing when its line did
+  /// not run to a good end. Hold a CommandTurn around the writing and the look at it.
+  const std::vector<std::string>& missing() const { return missing_; }
 
   /// What returnCurrentMode() last read.
   int64_t currentRxIntrThrottle() const { return current_.rxIntrThrottle; }
@@ -59,9 +66,11 @@ class commandAPI {
   int64_t applyPreset(const std::string& nicName, PerformanceMode mode);
   int64_t readSetting(const char* title);
   void writeSetting(const char* title, int64_t value);
+  void noteUnlessRun(const char* line);
 
   commandBody command_;
   PerformanceSettings current_;
+  std::vector<std::string> missing_;
 };
 
 }  // namespace corvane

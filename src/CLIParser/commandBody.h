@@ -56,6 +56,10 @@ class commandBody {
   std::string returnValue() const { return returnValue_.get(); }
   void setReturnValue(std::string value) { returnValue_.set(std::move(value)); }
 
+  /// What became of the last line that this object ran: the last one of an operation that runs
+  /// several. Hold a CommandTurn around the operation and the look at it.
+  const CommandOutcome& lastOutcome() const { return channel_.lastOutcome(); }
+
   /// Asks all interfaces for the setting. True when the utility printed nothing: the driver does
   /// not know the setting. False as well when there is no scratch file.
   bool checkCommand(commandBody& request);

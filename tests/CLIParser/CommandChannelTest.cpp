@@ -2,6 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 #include <atomic>
 #include <thread>
 
@@ -29,15 +33,69 @@ TEST_F(CommandChannelTest, EveryLineHasATimeLimit) {
   EXPECT_THAT(shell.limits, ElementsAre(commandTimeLimit, commandTimeLimit));
 }
 
-TEST_F(CommandChannelTest, AfterALineThatHangsTheTurnRunsNoOther) {
+TEST_F(CommandChannelTest, AfterALineThatHangsTheTurnRunsNoOtherOfThatTool) {
   shell.hang("tool");
   {
     const CommandTurn page;
-    channel.run("tool");
-    EXPECT_EQ(channel.runAndReadBack("other > " + paths.scratchFile), "");
-    channel.run("last");
+    channel.run("tool one");
+    EXPECT_EQ(channel.runAndReadBack("tool two > " + paths.scratchFile), "");
+    channel.run("tool three");
   }
-  EXPECT_THAT(shell.lines, ElementsAre("tool"));
+  EXPECT_THAT(shell.lines, ElementsAre("tool one"));
+}
+
+TEST_F(CommandChannelTest, AToolThatHangsHoldsUpOnlyItsOwnLines) {
+  shell.hang("tool");
+  shell.answer("ifconfig en5", "mtu 9000\n");
+  const CommandTurn page;
+  channel.run("tool one");
+  EXPECT_EQ(channel.runAndReadBack("ifconfig en5 > " + paths.scratchFile), "mtu 9000\n");
+  EXPECT_TRUE(channel.lastOutcome().wasRun());
+}
+
+TEST_F(CommandChannelTest, TheOutcomeTellsALineThatRanFromOneThatHung) {
+  shell.answer("tool one", "answer\n");
+  const CommandTurn page;
+  channel.runAndReadBack("tool one > " + paths.scratchFile);
+  EXPECT_TRUE(channel.lastOutcome().wasRun());
+  EXPECT_EQ(channel.lastOutcome().text, "answer\n");
+  EXPECT_EQ(reasonNotRun(channel.lastOutcome()), "");
+  shell.hang("tool two");
+  channel.runAndReadBack("tool two > " + paths.scratchFile);
+  EXPECT_TRUE(channel.lastOutcome().ranOutOfTime);
+  EXPECT_EQ(reasonNotRun(channel.lastOutcome()), "the command did not end within 10 seconds");
+  channel.run("tool three");
+  EXPECT_TRUE(channel.lastOutcome().skipped);
+  EXPECT_EQ(reasonNotRun(channel.lastOutcome()), "the tool did not answer an earlier command");
+}
+
+TEST_F(CommandChannelTest, TheOutcomeKeepsTheExitStatus) {
+  shell.fail("tool");
+  channel.run("tool");
+  EXPECT_NE(channel.lastOutcome().exitStatus, 0);
+  EXPECT_TRUE(channel.lastOutcome().wasRun());
+}
+
+TEST_F(CommandChannelTest, WithoutAScratchFileTheOutcomeSaysSo) {
+  std::filesystem::create_directory(paths.scratchFile);
+  channel.runAndReadBack("tool > " + paths.scratchFile);
+  EXPECT_FALSE(channel.lastOutcome().scratchFileUsable);
+  EXPECT_FALSE(channel.lastOutcome().scratchFileBusy);
+  EXPECT_EQ(reasonNotRun(channel.lastOutcome()),
+            "the file for the command's output cannot be used");
+}
+
+TEST_F(CommandChannelTest, AScratchFileThatAnotherProgramHasIsWaitedForOnceInATurn) {
+  const int other = open(paths.scratchFile.c_str(), O_RDWR | O_CREAT, 0600);
+  ASSERT_EQ(flock(other, LOCK_EX), 0);
+  CommandTurn page;
+  page.setScratchFileBusy();
+  EXPECT_EQ(channel.runAndReadBack("tool > " + paths.scratchFile), std::nullopt);
+  EXPECT_TRUE(channel.lastOutcome().scratchFileBusy);
+  EXPECT_EQ(reasonNotRun(channel.lastOutcome()),
+            "another program of this utility is running a command");
+  close(other);
+  EXPECT_EQ(channel.runAndReadBack("tool > " + paths.scratchFile), "");
 }
 
 TEST_F(CommandChannelTest, TheNextTurnTriesAgain) {

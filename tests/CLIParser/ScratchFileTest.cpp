@@ -118,6 +118,13 @@ TEST_F(ScratchFileTest, IsLockedAgainstOtherProcessesWhileInUse) {
   EXPECT_TRUE(canLock());
 }
 
+TEST_F(ScratchFileTest, TheWaitForAnotherProcessEnds) {
+  const ScratchFile held(path);
+  const ScratchFile waited(path, std::chrono::milliseconds(20));
+  EXPECT_FALSE(waited.isOpen());
+  EXPECT_TRUE(waited.isBusy());
+}
+
 TEST_F(ScratchFileTest, OutputWithoutEndIsCutOff) {
   const ScratchFile file(path);
   std::filesystem::resize_file(path, scratchFileLimit * 4);

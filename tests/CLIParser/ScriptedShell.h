@@ -28,13 +28,16 @@ class ScriptedShell : public Shell {
   /// Makes the command hang until its time is up.
   void hang(const std::string& command) { hanging_ = command; }
 
+  /// Makes commands that begin with `command` fail.
+  void fail(const std::string& command) { failing_ = command; }
+
   int run(const std::string& line) override {
     lines.push_back(line);
     const size_t redirection = line.find(" > ");
     if (redirection != std::string::npos) {
       std::ofstream(paths_.scratchFile, std::ios::binary) << output(line.substr(0, redirection));
     }
-    return 0;
+    return failing_ && line.starts_with(*failing_) ? failedStatus : 0;
   }
 
   int runWithin(const std::string& line, std::chrono::milliseconds limit) override {
@@ -47,6 +50,9 @@ class ScriptedShell : public Shell {
   std::vector<std::chrono::milliseconds> limits;
 
  private:
+  /// The wait status of a process that ended with exit status 1.
+  static constexpr int failedStatus = 1 << 8;
+
   std::string output(const std::string& command) const {
     const auto found = answers_.find(command);
     return found == answers_.end() ? "" : found->second;
@@ -55,6 +61,7 @@ class ScriptedShell : public Shell {
   const Paths& paths_;
   std::map<std::string, std::string> answers_;
   std::optional<std::string> hanging_;
+  std::optional<std::string> failing_;
 };
 
 /// The paths of a Mac, save for the scratch file, which lies in `folder`.

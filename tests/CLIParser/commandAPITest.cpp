@@ -107,5 +107,32 @@ TEST_F(commandAPITest, SettingsThatCannotBeReadCountAsZero) {
   EXPECT_EQ(presets.currentRxRingCount(), 1);
 }
 
+TEST_F(commandAPITest, APresetThatReadsBackIsMissingNothing) {
+  setSettings({"8000", "512", "16000", "1024"}, "8");
+  presets.setServerMode("en5");
+  EXPECT_THAT(presets.missing(), ElementsAre());
+}
+
+TEST_F(commandAPITest, APresetNamesTheSettingThatWasNotTaken) {
+  setSettings({"8000", "512", "9000", "1024"}, "8");
+  presets.setServerMode("en5");
+  EXPECT_THAT(presets.missing(), ElementsAre("TxIntrThrottle"));
+}
+
+TEST_F(commandAPITest, APresetWhoseToolHangsNamesAllThatIsMissing) {
+  setSettings({"8000", "512", "16000", "1024"}, "8");
+  shell.hang(tool("setTxIntrThrottle"));
+  presets.setServerMode("en5");
+  EXPECT_THAT(presets.missing(),
+              ElementsAre("TxIntrThrottle", "TxRingSize", "RxRingCount", "saveConfig"));
+}
+
+TEST_F(commandAPITest, APresetThatIsNotSavedSaysSo) {
+  setSettings({"8000", "512", "16000", "1024"}, "8");
+  shell.fail(tool("saveConfig"));
+  presets.setServerMode("en5");
+  EXPECT_THAT(presets.missing(), ElementsAre("saveConfig"));
+}
+
 }  // namespace
 }  // namespace corvane
