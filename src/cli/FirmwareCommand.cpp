@@ -1,5 +1,3 @@
-#include "cli/FirmwareCommand.h"
-
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
@@ -9,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "cli/Verbs.h"
 #include "cli/answers/Interruption.h"
 #include "cli/session/AdministratorRights.h"
 #include "cli/session/Session.h"

@@ -1,8 +1,7 @@
-#include "cli/ListCommand.h"
-
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
+#include "cli/Verbs.h"
 #include "cli/session/AdapterReport.h"
 #include "cli/session/DumpReport.h"
 #include "cli/session/Session.h"

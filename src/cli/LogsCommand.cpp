@@ -1,5 +1,3 @@
-#include "cli/LogsCommand.h"
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <filesystem>
@@ -8,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "cli/Verbs.h"
 #include "cli/answers/Interruption.h"
 #include "cli/session/Session.h"
 

@@ -1,5 +1,3 @@
-#include "cli/SFPCommand.h"
-
 #include <CLI/CLI.hpp>
 #include <cerrno>
 #include <cstdio>
@@ -9,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/Verbs.h"
 #include "cli/answers/CommandOutput.h"
 #include "cli/session/TransceiverTexts.h"
 #include "fibre_channel/FibreChannelProtocol.h"

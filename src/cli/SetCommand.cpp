@@ -1,11 +1,10 @@
-#include "cli/SetCommand.h"
-
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
 
 #include "cli/SettingChange.h"
+#include "cli/Verbs.h"
 #include "cli/answers/Interruption.h"
 #include "cli/answers/WaitingNote.h"
 #include "cli/session/AdapterReport.h"

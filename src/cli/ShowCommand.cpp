@@ -1,10 +1,9 @@
-#include "cli/ShowCommand.h"
-
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "cli/Verbs.h"
 #include "cli/answers/WaitingNote.h"
 #include "cli/session/AdapterReport.h"
 #include "cli/session/DumpReport.h"

@@ -1,5 +1,3 @@
-#include "cli/UpdateCommand.h"
-
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
@@ -10,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/Verbs.h"
 #include "cli/answers/Interruption.h"
 #include "cli/session/AdapterLabels.h"
 #include "cli/session/AdministratorRights.h"

@@ -1,11 +1,10 @@
-#include "cli/WatchCommand.h"
-
 #include <CLI/CLI.hpp>
 #include <chrono>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "cli/Verbs.h"
 #include "cli/answers/Interruption.h"
 #include "cli/session/Session.h"
 

@@ -2,17 +2,9 @@
 #include <string>
 #include <vector>
 
-#include "cli/FirmwareCommand.h"
-#include "cli/ListCommand.h"
-#include "cli/LogsCommand.h"
-#include "cli/SFPCommand.h"
-#include "cli/SetCommand.h"
-#include "cli/ShowCommand.h"
-#include "cli/UpdateCommand.h"
-#include "cli/WatchCommand.h"
+#include "cli/Verbs.h"
 #include "cli/answers/CommandOutput.h"
 #include "cli/answers/StandardStreams.h"
-#include "cli/archive/ArchiveCommand.h"
 #include "launch/Launch.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "cli/bench/BenchCommands.h"
+#include "cli/bench/BenchCommand.h"
 
 #include <gmock/gmock.h>
 #include <signal.h>
@@ -14,7 +14,7 @@
 
 #include "TemporaryFolder.h"
 #include "cli/answers/CommandOutput.h"
-#include "cli/bench/BenchServer.h"
+#include "cli/bench/FolderServer.h"
 #include "platform/bench/file/BenchDemo.h"
 #include "platform/bench/file/BenchFile.h"
 #include "platform/bench/file/BenchFirmwareImage.h"
@@ -40,7 +40,8 @@ class BenchCommandsTest : public testing::Test {
     std::ostringstream errors;
     CommandContext context{.program = "corvane-bench", .in = in, .out = answer, .err = errors};
     CLI::App app{"test", "corvane-bench"};
-    addBenchCommands(app, context);
+    BenchOptions options;
+    addBenchCommands(app, context, options);
     const int status = runCommandLine(app, context, arguments);
     return {status, answer.str(), errors.str()};
   }

@@ -1,4 +1,4 @@
-#include "cli/archive/ArchiveCommand.h"
+#include "cli/Verbs.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>

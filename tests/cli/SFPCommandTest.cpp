@@ -1,4 +1,4 @@
-#include "cli/SFPCommand.h"
+#include "cli/Verbs.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

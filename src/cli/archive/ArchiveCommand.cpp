@@ -1,5 +1,3 @@
-#include "cli/archive/ArchiveCommand.h"
-
 #include <CLI/CLI.hpp>
 #include <array>
 #include <filesystem>
@@ -8,6 +6,7 @@
 #include <system_error>
 
 #include "CORVANE2Archive/CORVANE2Archive.h"
+#include "cli/Verbs.h"
 #include "cli/answers/CommandOutput.h"
 #include "cli/answers/StagedFile.h"
 #include "cli/archive/ArchiveReport.h"

@@ -1,15 +1,13 @@
-#include "cli/bench/BenchServer.h"
+#include "cli/bench/FolderServer.h"
 
 #include <fmt/format.h>
 #include <httplib.h>
 
 #include <atomic>
 #include <chrono>
-#include <nlohmann/json.hpp>
 #include <thread>
 
 #include "cli/answers/CommandOutput.h"
-#include "cli/answers/Interruption.h"
 
 namespace corvane {
 
@@ -67,15 +65,6 @@ void FolderServer::stop() {
   // A server that is about to listen does not hear it yet.
   while (!state_->server.is_running() && !state_->hasRun) std::this_thread::yield();
   if (!state_->hasRun) state_->server.stop();
-}
-
-void serveFolder(CommandContext& context, const std::string& folder, int port) {
-  FolderServer server(folder, port);
-  const Interruption interruption;
-  const InterruptionAnswer answer(interruption, [&server] { server.stop(); });
-  printAnswer(context, {{"url", server.url()}});
-  context.out.flush();
-  server.run();
 }
 
 }  // namespace corvane

@@ -5,8 +5,6 @@
 
 namespace corvane {
 
-struct CommandContext;
-
 /// A web server on the loopback address that hands out the files of one folder.
 class FolderServer {
  public:
@@ -30,8 +28,5 @@ class FolderServer {
   struct State;
   const std::unique_ptr<State> state_;
 };
-
-/// Prints the server's address and serves until the program is interrupted.
-void serveFolder(CommandContext& context, const std::string& folder, int port);
 
 }  // namespace corvane
