@@ -32,30 +32,24 @@ struct UpdateInstallation::Job {
 /// it reaches through the main queue only.
 class UpdateInstallation::Worker : public std::enable_shared_from_this<Worker> {
  public:
-  Worker(const Platform& platform, std::weak_ptr<UpdateInstallation*> installation,
-         std::shared_ptr<const Job> job)
+  using Installation = OwnedMainWork<UpdateInstallation>::Way;
+
+  Worker(const Platform& platform, Installation installation, std::shared_ptr<const Job> job)
       : platform_(platform), installation_(std::move(installation)), job_(std::move(job)) {}
 
   void run() const {
-    platform_.dispatch.asyncMain(onInstallation(
-        [job = job_](UpdateInstallation& installation) { installation.prepare(*job); }));
+    installation_.async(
+        [job = job_](UpdateInstallation& installation) { installation.prepare(*job); });
     for (size_t index = 0; index < job_->ticked.size(); ++index) {
       const auto group = platform_.dispatch.createGroup();
       group->async(QueuePriority::Default,
                    [self = shared_from_this(), index] { self->update(index); });
       group->wait();
     }
-    platform_.dispatch.asyncMain(
-        onInstallation([](UpdateInstallation& installation) { installation.finish(); }));
+    installation_.async(&UpdateInstallation::finish);
   }
 
  private:
-  std::function<void()> onInstallation(std::function<void(UpdateInstallation&)> step) const {
-    return [installation = installation_, step = std::move(step)] {
-      if (const auto self = installation.lock()) step(**self);
-    };
-  }
-
   void update(size_t index) const {
     const RegistryObject service = findService(job_->ticked[index].deviceWWN);
     if (!service) return;
@@ -64,35 +58,30 @@ class UpdateInstallation::Worker : public std::enable_shared_from_this<Worker> {
     info.deviceSequence = info.sortDeviceSequence(service.get());
     const std::string place =
         fmt::format("{}-{}", textOrNull(info.devicePort), info.deviceSequence);
-    platform_.dispatch.syncMain(onInstallation(
-        [job = job_, name = info.port1Info.WWNN, place, index](UpdateInstallation& installation) {
-          installation.announce(name, place, index + 1, job->candidateCount);
-        }));
-    platform_.dispatch.syncMain(onInstallation(
-        [job = job_, index, handle = service.get()](UpdateInstallation& installation) {
-          installation.transfer(*job, index, handle);
-        }));
+    installation_.sync([&](UpdateInstallation& installation) {
+      installation.announce(info.port1Info.WWNN, place, index + 1, job_->candidateCount);
+    });
+    installation_.sync([&](UpdateInstallation& installation) {
+      installation.transfer(*job_, index, service.get());
+    });
   }
 
   /// The service of the adapter's first port; none when the adapter has gone.
   RegistryObject findService(const std::string& deviceWWN) const {
     RegistryObject service;
-    platform_.dispatch.syncMain(
-        onInstallation([&service, &deviceWWN](UpdateInstallation& installation) {
-          service = installation.serviceOf(deviceWWN);
-        }));
+    installation_.sync([&service, &deviceWWN](UpdateInstallation& installation) {
+      service = installation.serviceOf(deviceWWN);
+    });
     return service;
   }
 
   const Platform platform_;
-  const std::weak_ptr<UpdateInstallation*> installation_;
+  const Installation installation_;
   const std::shared_ptr<const Job> job_;
 };
 
 UpdateInstallation::UpdateInstallation(const Platform& platform, Steps steps)
-    : platform_(platform),
-      steps_(std::move(steps)),
-      self_(std::make_shared<UpdateInstallation*>(this)) {
+    : platform_(platform), steps_(std::move(steps)), mainWork_(platform.dispatch, *this) {
   updateAlert_.buttons = {{"OK"}, {"Cancel"}};
 }
 
@@ -112,7 +101,7 @@ void UpdateInstallation::start(const std::vector<UpdateDevice>& candidates,
   running_ = true;
   outcome_ = {};
   for (const UpdateDevice& device : job->ticked) outcome_.adapters.emplace_back(device.deviceWWN);
-  const auto worker = std::make_shared<Worker>(platform_, std::weak_ptr(self_), job);
+  const auto worker = std::make_shared<Worker>(platform_, mainWork_.way(), job);
   platform_.dispatch.asyncGlobal(QueuePriority::Background, [worker] { worker->run(); });
 }
 

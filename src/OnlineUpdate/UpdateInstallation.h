@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -12,6 +11,7 @@
 #include "OnlineUpdate/UpdateDownload.h"
 #include "fibre_channel/FirmwareImageFile.h"
 #include "inventory/DeviceList.h"
+#include "platform/OwnedMainWork.h"
 #include "platform/Platform.h"
 
 namespace corvane {
@@ -91,7 +91,7 @@ class UpdateInstallation {
   bool running_ = false;
   std::vector<std::string> unmounted_;
   UpdateInstallationOutcome outcome_;
-  std::shared_ptr<UpdateInstallation*> self_;  ///< what waits elsewhere reaches the object by it
+  OwnedMainWork<UpdateInstallation> mainWork_;
 };
 
 }  // namespace corvane

@@ -47,7 +47,7 @@ FirmwareUpdate::FirmwareUpdate(const Platform& platform, MainWindowControls& con
       updateAlert_(updateAlert),
       volumes_(volumes),
       getBSDVolumeList_(std::move(getBSDVolumeList)),
-      self_(std::make_shared<FirmwareUpdate*>(this)) {
+      mainWork_(platform.dispatch, *this) {
   controls_.updateFW.setAction([this](Button&) { updateFW(); });
 }
 
@@ -84,15 +84,7 @@ void FirmwareUpdate::chosen(const std::vector<std::string>& paths) {
   if (firmwarePath_.size() <= 1) return;
   const bool verified = verifyFirmwarePackage(firmwarePath_).succeeded();
   if (verified) stage_ = Stage::Verified;
-  platform_.dispatch.asyncMain([self = std::weak_ptr(self_), verified] {
-    const auto update = self.lock();
-    if (!update) return;
-    if (verified) {
-      (*update)->confirm();
-    } else {
-      (*update)->tellUnverified();
-    }
-  });
+  mainWork_.async(verified ? &FirmwareUpdate::confirm : &FirmwareUpdate::tellUnverified);
 }
 
 void FirmwareUpdate::tellUnverified() {
@@ -164,9 +156,7 @@ void FirmwareUpdate::start() {
 // queue may come too late and asks first.
 void FirmwareUpdate::run(const std::shared_ptr<Job>& job) {
   const auto onMain = [this, job](void (FirmwareUpdate::*step)(Job&)) {
-    platform_.dispatch.asyncMain([self = std::weak_ptr(self_), job, step] {
-      if (const auto update = self.lock()) ((**update).*step)(*job);
-    });
+    mainWork_.async([job, step](FirmwareUpdate& update) { (update.*step)(*job); });
   };
   onMain(&FirmwareUpdate::extract);
   const auto group = platform_.dispatch.createGroup();
@@ -222,9 +212,7 @@ void FirmwareUpdate::advance(double fraction) {
 }
 
 void FirmwareUpdate::advanceFromWorker(double fraction) {
-  platform_.dispatch.asyncMain([self = std::weak_ptr(self_), fraction] {
-    if (const auto update = self.lock()) (*update)->advance(fraction);
-  });
+  mainWork_.async([fraction](FirmwareUpdate& update) { update.advance(fraction); });
 }
 
 }  // namespace corvane

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "fibre_channel/FirmwareImageFile.h"
+#include "platform/OwnedMainWork.h"
 #include "platform/Platform.h"
 #include "window/ControllerState.h"
 #include "window/MainWindowControls.h"
@@ -97,7 +98,7 @@ class FirmwareUpdate {
   double progress_ = 0;
   std::optional<FirmwareUpdateOutcome> lastOutcome_;
   std::future<void> job_;
-  std::shared_ptr<FirmwareUpdate*> self_;
+  OwnedMainWork<FirmwareUpdate> mainWork_;
 };
 
 }  // namespace corvane

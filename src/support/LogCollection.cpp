@@ -105,7 +105,7 @@ LogCollection::LogCollection(const Platform& platform, MainWindowControls& contr
       controls_(controls),
       clock_(std::move(clock)),
       folder_(desktopFolder),
-      self_(std::make_shared<LogCollection*>(this)) {
+      mainWork_(platform.dispatch, *this) {
   controls_.downloadLogs.setAction([this](Button&) { downloadLogs(); });
 }
 
@@ -124,19 +124,14 @@ void LogCollection::downloadLogs() {
   controls_.downloadLogs.suspend();
   controls_.logProgress.start();
 
-  const auto onMain = [&dispatch = platform_.dispatch,
-                       self = std::weak_ptr(self_)](std::function<void(LogCollection&)> change) {
-    dispatch.asyncMain([self, change = std::move(change)] {
-      if (const auto alive = self.lock()) change(**alive);
-    });
-  };
-  const auto show = [onMain](const std::string& step, double fraction) {
-    onMain([step, fraction](LogCollection& collection) { collection.show(step, fraction); });
+  const auto main = mainWork_.way();
+  const auto show = [main](const std::string& step, double fraction) {
+    main.async([step, fraction](LogCollection& collection) { collection.show(step, fraction); });
   };
   auto work = std::make_shared<CollectionWork>(platform_, folder_, logStamp(clock_()), show);
-  platform_.dispatch.asyncGlobal(QueuePriority::Default, [work, onMain] {
+  platform_.dispatch.asyncGlobal(QueuePriority::Default, [work, main] {
     work->collect();
-    onMain([work](LogCollection& collection) { collection.finish(work->result()); });
+    main.async([work](LogCollection& collection) { collection.finish(work->result()); });
   });
 }
 

@@ -2,10 +2,10 @@
 
 #include <ctime>
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
+#include "platform/OwnedMainWork.h"
 #include "platform/Platform.h"
 #include "window/MainWindowControls.h"
 
@@ -62,7 +62,7 @@ class LogCollection {
   std::string title_;   ///< the button's own
   bool isRunning_ = false;
   std::function<void(const LogCollectionResult&)> finished_;
-  std::shared_ptr<LogCollection*> self_;  ///< by it the work reaches the object while it lives
+  OwnedMainWork<LogCollection> mainWork_;
 };
 
 /// The time in the form that names a folder, "yyyyMMdd-HHmmss", local time.
