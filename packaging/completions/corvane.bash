@@ -3,7 +3,7 @@
 # The commands of $1 and, behind them, of its commands that have commands of their own.
 _corvane_commands() {
   case $1 in
-    corvane) echo "archive firmware list logs set sfp show update watch" ;;
+    corvane) echo "archive firmware history list logs set sfp show update watch" ;;
     "corvane archive") echo "create extract list verify version" ;;
     "corvane update") echo "check install" ;;
     corvane-bench) echo "driver fault image link new os plug serve set sfp show unplug" ;;

@@ -24,6 +24,7 @@ complete -c corvane -n "not __corvane_command archive; and not __corvane_command
 
 complete -c corvane -n __corvane_command -a archive -d "Build, look into and unpack packages"
 complete -c corvane -n __corvane_command -a firmware -d "Update firmware from a package"
+complete -c corvane -n __corvane_command -a history -d "List the changes made on this computer"
 complete -c corvane -n __corvane_command -a list -d "List the adapters in display order"
 complete -c corvane -n __corvane_command -a logs -d "Collect the logs"
 complete -c corvane -n __corvane_command -a set -d "Change the settings of a port"

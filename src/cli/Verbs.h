@@ -16,6 +16,7 @@ struct LaunchOptions;
 
 // corvane, in cli/, cli/archive/.
 
+void addHistoryCommand(CLI::App& app, CommandContext& context, const LaunchOptions& options);
 void addListCommand(CLI::App& app, CommandContext& context, const LaunchOptions& options);
 void addShowCommand(CLI::App& app, CommandContext& context, const LaunchOptions& options);
 void addWatchCommand(CLI::App& app, CommandContext& context, const LaunchOptions& options);

@@ -34,6 +34,7 @@ void addCommands(CLI::App& app, CommandContext& context, const LaunchOptions& op
   addListCommand(app, context, options);
   addShowCommand(app, context, options);
   addWatchCommand(app, context, options);
+  addHistoryCommand(app, context, options);
   addLogsCommand(app, context, options);
   addSFPCommand(app, context);
   addSetCommand(app, context, options);

@@ -27,16 +27,12 @@ void requestForEach(DiskArbitration& diskArbitration, const std::vector<std::str
   }
 }
 
-std::string recordPath(const Paths& paths) {
-  return paths.home + "/Library/Application Support/Corvane Utility/unmounted-volumes";
-}
-
 }  // namespace
 
 Volumes::Volumes(const Platform& platform)
     : diskArbitration_(platform.diskArbitration),
       log_(platform.log),
-      record_(recordPath(platform.paths)) {}
+      record_(applicationSupport(platform.paths) + "/unmounted-volumes") {}
 
 void Volumes::unmountAllVolume(const std::vector<std::string>& names) {
   if (!record_.add(names)) {

@@ -18,4 +18,9 @@ struct Paths {
   std::string home;              ///< the user's home folder, what the shell expands "~" to
 };
 
+/// The folder of the utility's own records in the user's home. It may not be there yet.
+inline std::string applicationSupport(const Paths& paths) {
+  return paths.home + "/Library/Application Support/Corvane Utility";
+}
+
 }  // namespace corvane

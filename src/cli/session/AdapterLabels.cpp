@@ -52,6 +52,11 @@ bool isNamedBy(const DeviceListEntry& entry, const std::string& label) {
   return std::find(names.begin(), names.end(), upperCase(label)) != names.end();
 }
 
+bool isNamedBy(const std::string& Sequence, const std::string& WWN, const std::string& label) {
+  if (shortLabel(label).empty()) return false;
+  return shortLabel(Sequence) == shortLabel(label) || upperCase(WWN) == upperCase(label);
+}
+
 std::vector<int64_t> rowsNamedBy(const std::vector<DeviceListEntry>& entries,
                                  const std::string& label) {
   std::vector<int64_t> rows;

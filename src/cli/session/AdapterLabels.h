@@ -13,6 +13,9 @@ namespace corvane {
 /// any case of letters.
 bool isNamedBy(const DeviceListEntry& entry, const std::string& label);
 
+/// The same for an adapter of which no more is known than its label and its WWN.
+bool isNamedBy(const std::string& Sequence, const std::string& WWN, const std::string& label);
+
 /// The rows of the adapters that the text names.
 std::vector<int64_t> rowsNamedBy(const std::vector<DeviceListEntry>& entries,
                                  const std::string& label);
