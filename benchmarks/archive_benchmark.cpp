@@ -50,7 +50,7 @@ class BenchmarkPackage {
     char text[] = "emulex.grp";
     ArchiveFile file{text,         text, text, text, static_cast<std::int32_t>(bytes_.size()),
                      bytes_.data()};
-    const ArchiveFile* files[] = {&file};
+    const ArchiveFiles files{[&file](std::int32_t) -> const ArchiveFile& { return file; }};
     return CORVANE2Archive_Compress(path().c_str(), {text, text, 1}, files);
   }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "CORVANE2Archive/VelmarArchive.h"
+
 namespace corvane {
 
 namespace {
@@ -57,6 +59,15 @@ std::string_view ChunkDecoder::next() {
     if (length > 0) return {piece_.data(), length};
   }
   return {};
+}
+
+std::uint64_t ArchiveMember::decodedSize() const {
+  std::uint64_t decoded = 0;
+  ChunkDecoder decoder(chunk);
+  for (auto piece = decoder.next(); !piece.empty(); piece = decoder.next()) {
+    decoded += piece.size();
+  }
+  return decoded;
 }
 
 std::size_t decodeChunk(std::string_view chunk, char* bytes) {

@@ -81,18 +81,18 @@ std::optional<std::string_view> takeFileBlock(std::string_view& remaining) {
 }
 
 ArchiveStatus readMember(std::string_view block, ArchiveMember& member) {
-  const auto id = elementText(block, fileIdTag);
-  const auto version = elementText(block, "file_version");
-  const auto description = elementText(block, "file_description");
-  const auto name = elementText(block, "file_name");
-  const auto size = elementText(block, "file_size");
-  const auto chunk = elementText(block, "file_chunk");
-  if (!block.ends_with("</archive_file>") || !id || !version || !description || !name || !size ||
-      !chunk) {
-    return ArchiveFileIdNotFound;
-  }
-  member = {*id, *version, *description, *name, leadingNumber(*size), *chunk};
-  return ArchiveSuccess;
+  if (!block.ends_with("</archive_file>")) return ArchiveFileIdNotFound;
+  const auto take = [block](std::string_view name, std::string_view& out) {
+    const auto element = elementText(block, name);
+    if (element) out = *element;
+    return element.has_value();
+  };
+  std::string_view size;
+  const bool complete = take(fileIdTag, member.id) && take("file_version", member.version) &&
+                        take("file_description", member.description) &&
+                        take("file_name", member.name) && take("file_size", size);
+  member.size = leadingNumber(size);
+  return complete && take("file_chunk", member.chunk) ? ArchiveSuccess : ArchiveFileIdNotFound;
 }
 
 ArchiveStatus findMember(std::string_view text, std::string_view fileId, ArchiveMember& member) {

@@ -12,16 +12,6 @@
 
 namespace corvane {
 
-/// The texts of one file block. `chunk` is the file's bytes in base64.
-struct ArchiveMember {
-  std::string_view id;
-  std::string_view version;
-  std::string_view description;
-  std::string_view name;
-  std::int32_t size = 0;
-  std::string_view chunk;
-};
-
 /// What lies between the first "<name>" and the first "</name>", each searched
 /// from the beginning; nothing when one is missing or they are in the wrong order.
 std::optional<std::string_view> elementText(std::string_view text, std::string_view name);
@@ -36,10 +26,10 @@ std::optional<std::string_view> listBlock(std::string_view text, std::string_vie
 std::optional<std::string_view> takeFileBlock(std::string_view& remaining);
 
 /// Fills `member` from its block. Returns 0x11 when the block does not end or an
-/// element is missing.
+/// element is missing; what comes before that element is filled.
 ArchiveStatus readMember(std::string_view block, ArchiveMember& member);
 
-/// Finds the file `fileId` and fills `member`. Returns 0x11 when there is none.
+/// Finds the file `fileId` and fills `member` from its block. Returns 0x11 when there is none.
 ArchiveStatus findMember(std::string_view text, std::string_view fileId, ArchiveMember& member);
 
 /// How many file blocks begin in `text`.

@@ -31,34 +31,19 @@ ArchiveStatus readPackage(ArchiveStream& archive, char* text, std::size_t size,
   return ArchiveSuccess;
 }
 
-ArchiveStatus parseElement(std::string_view text, std::string_view name, char*& out) {
-  const auto element = elementText(text, name);
-  if (!element) return ArchiveFileIdNotFound;
-  out = copyText(*element).release();
+/// A copy of the text for the caller; a text that was not found stays unset.
+ArchiveStatus copyFound(std::string_view text, char*& out) {
+  if (text.data() == nullptr) return ArchiveSuccess;
+  out = copyText(text).release();
   return out ? ArchiveSuccess : ArchiveOutOfMemory;
 }
 
-ArchiveStatus parseNumber(std::string_view text, std::string_view name, std::int32_t& out) {
-  const auto element = elementText(text, name);
-  if (!element) return ArchiveFileIdNotFound;
-  out = leadingNumber(*element);
-  return ArchiveSuccess;
-}
-
-ArchiveStatus parseChunk(std::string_view block, ArchiveFile& file) {
-  const auto chunk = elementText(block, "file_chunk");
-  if (!chunk) return ArchiveFileIdNotFound;
-  file.decodedSize = decodeChunk(*chunk, reinterpret_cast<char*>(file.data));
-  return ArchiveSuccess;
-}
-
-ArchiveStatus parseBlock(std::string_view block, ArchiveFile& file) {
-  auto status = parseElement(block, "file_id", file.id);
-  if (!status) status = parseElement(block, "file_version", file.version);
-  if (!status) status = parseElement(block, "file_description", file.description);
-  if (!status) status = parseElement(block, "file_name", file.name);
-  if (!status) status = parseNumber(block, "file_size", file.size);
-  if (!status) status = parseChunk(block, file);
+ArchiveStatus copyMember(const ArchiveMember& member, ArchiveFile& file) {
+  auto status = copyFound(member.id, file.id);
+  if (!status) status = copyFound(member.version, file.version);
+  if (!status) status = copyFound(member.description, file.description);
+  if (!status) status = copyFound(member.name, file.name);
+  file.size = member.size;
   return status;
 }
 
@@ -81,11 +66,13 @@ ArchiveStatus VelmarArchive_read(const char* path, char** textOut,
 }
 
 ArchiveStatus VelmarArchive_parse_archive(const char* text, ArchiveInfo& info) {
-  const std::string_view index(text);
-  auto status = parseElement(index, "archive_id", info.id);
-  if (!status) status = parseElement(index, "archive_version", info.version);
-  if (!status) status = parseNumber(index, "archive_file_count", info.fileCount);
-  return status;
+  auto status = _xmlParse_element(text, "archive_id", &info.id);
+  if (!status) status = _xmlParse_element(text, "archive_version", &info.version);
+  if (status != ArchiveSuccess) return status;
+  const auto count = elementText(text, "archive_file_count");
+  if (!count) return ArchiveFileIdNotFound;
+  info.fileCount = leadingNumber(*count);
+  return ArchiveSuccess;
 }
 
 ArchiveStatus VelmarArchive_parse_file(const char* text, const char* fileId, ArchiveFile& file) {
@@ -93,8 +80,13 @@ ArchiveStatus VelmarArchive_parse_file(const char* text, const char* fileId, Arc
   // Untouched zero pages cost nothing, so the generous size is not paid for.
   file.data = reinterpret_cast<std::uint8_t*>(allocateZeroed(index.size()).release());
   if (file.data == nullptr) return ArchiveOutOfMemory;
-  const auto block = listBlock(index, "archive_file", "file_id", fileId);
-  return block ? parseBlock(*block, file) : ArchiveFileIdNotFound;
+  ArchiveMember member;
+  const auto found = findMember(index, fileId, member);
+  const auto copied = copyMember(member, file);
+  if (found != ArchiveSuccess) return found;
+  if (copied != ArchiveSuccess) return copied;
+  file.decodedSize = decodeChunk(member.chunk, reinterpret_cast<char*>(file.data));
+  return ArchiveSuccess;
 }
 
 }  // namespace corvane

@@ -22,8 +22,12 @@ ArchiveStream ArchiveStream::forReading(const char* path) {
   return stream;
 }
 
+std::size_t ArchiveStream::writeSome(const void* bytes, std::size_t length) {
+  return std::fwrite(bytes, 1, length, file_.get());
+}
+
 bool ArchiveStream::write(const void* bytes, std::size_t length) {
-  return std::fwrite(bytes, 1, length, file_.get()) == length;
+  return writeSome(bytes, length) == length;
 }
 
 bool ArchiveStream::read(void* bytes, std::size_t length) {

@@ -21,6 +21,9 @@ class ArchiveStream {
 
   explicit operator bool() const noexcept { return file_ != nullptr; }
 
+  /// Writes until the disk takes no more. Returns how many bytes it took.
+  std::size_t writeSome(const void* bytes, std::size_t length);
+
   /// True when every byte was written, or read.
   bool write(const void* bytes, std::size_t length);
   bool read(void* bytes, std::size_t length);

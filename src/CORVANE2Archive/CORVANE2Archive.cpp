@@ -1,10 +1,8 @@
 #include "CORVANE2Archive/CORVANE2Archive.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
-#include "CORVANE2Archive/ArchiveChunk.h"
 #include "CORVANE2Archive/ArchiveIndex.h"
 #include "CORVANE2Archive/ArchiveStream.h"
 
@@ -25,95 +23,98 @@ class PackageText {
   const char* text() const { return text_; }
   std::uint64_t length() const { return std::string_view(text_).size(); }
 
-  ArchiveStatus find(const char* fileId, ArchiveMember& member) const {
-    return status_ == ArchiveSuccess ? findMember(text_, fileId, member) : status_;
-  }
-
  private:
   char* text_ = nullptr;
   ArchiveStatus status_;
 };
 
-/// Writes the bytes of one file until all that are due are written or the disk takes
-/// no more.
-class MemberWriter {
+/// One file of a package, freed with the scope.
+class FileRecord {
  public:
-  MemberWriter(ArchiveStream& output, std::uint64_t due) : output_(output), due_(due) {}
+  FileRecord() = default;
+  ~FileRecord() { VelmarArchive_free_file(file_); }
+  FileRecord(const FileRecord&) = delete;
+  FileRecord& operator=(const FileRecord&) = delete;
 
-  void write(std::string_view bytes) {
-    const auto wanted = bytes.substr(0, due_ - written_);
-    diskTakesMore_ = diskTakesMore_ && output_.write(wanted.data(), wanted.size());
-    if (diskTakesMore_) written_ += wanted.size();
-  }
-
-  void writeZerosForTheRest() {
-    static constexpr std::array<char, 4096> zeros{};
-    while (diskTakesMore_ && written_ < due_) write({zeros.data(), zeros.size()});
-  }
-
-  std::uint64_t written() const { return written_; }
+  ArchiveFile& get() { return file_; }
 
  private:
-  ArchiveStream& output_;
-  std::uint64_t due_;
-  std::uint64_t written_ = 0;
-  bool diskTakesMore_ = true;
+  ArchiveFile file_;
 };
 
-/// Decodes straight into the output file, so that the bytes are never held as a
-/// whole.
-ArchiveExtraction writeMember(const ArchiveMember& member, std::uint64_t packageLength,
-                              ArchiveStream& output) {
-  ArchiveExtraction extraction{.claimed = member.size};
-  extraction.due = std::min(static_cast<std::uint64_t>(std::max(member.size, 0)), packageLength);
-  MemberWriter writer(output, extraction.due);
-  ChunkDecoder decoder(member.chunk);
-  for (auto piece = decoder.next(); !piece.empty(); piece = decoder.next()) {
-    extraction.decoded += piece.size();
-    writer.write(piece);
-  }
-  writer.writeZerosForTheRest();
-  extraction.written = writer.written();
+/// What is due is there: the reader keeps as many bytes as the package has, zero behind the file's
+/// own.
+ArchiveExtraction writeFile(const ArchiveFile& file, std::uint64_t packageLength,
+                            ArchiveStream& output) {
+  ArchiveExtraction extraction{.claimed = file.size, .decoded = file.decodedSize};
+  extraction.due = std::min(static_cast<std::uint64_t>(std::max(file.size, 0)), packageLength);
+  extraction.written = output.writeSome(file.data, extraction.due);
   return extraction;
+}
+
+ArchiveStatus tellEachFile(std::string_view text, const ArchiveVisitor& eachFile) {
+  while (const auto block = takeFileBlock(text)) {
+    ArchiveMember member;
+    const auto status = readMember(*block, member);
+    if (status != ArchiveSuccess) return status;
+    eachFile(member);
+  }
+  return ArchiveSuccess;
 }
 
 }  // namespace
 
 ArchiveStatus CORVANE2Archive_Compress(const char* path, const ArchiveInfo& info,
-                                       const ArchiveFile* const* files) {
+                                       const ArchiveFiles& files, const ArchiveProgress& progress) {
+  std::uint64_t added = 0;
+  const auto tell = [&](std::uint64_t done, std::uint64_t) {
+    if (progress) progress(added + done, 2 * files.bytes);
+  };
   auto status = VelmarArchive_create_begin(path, info);
   for (std::int32_t index = 0; status == ArchiveSuccess && index < info.fileCount; ++index) {
-    status = VelmarArchive_add(path, *files[index]);
+    const ArchiveFile& file = files.at(index);
+    status = VelmarArchive_add(path, file, tell);
+    added += static_cast<std::uint64_t>(std::max(file.size, 0));
   }
-  return status == ArchiveSuccess ? VelmarArchive_create_end(path) : status;
+  if (status != ArchiveSuccess) return status;
+  return VelmarArchive_create_end(path, [&](std::uint64_t done, std::uint64_t total) {
+    if (progress) progress(total + done, 2 * total);
+  });
 }
 
 ArchiveStatus CORVANE2Archive_Decompress(const char* path, const char* fileId, const char* outPath,
                                          ArchiveExtraction* extraction,
                                          const ArchiveProgress& progress) {
   const PackageText package(path, progress);
-  ArchiveMember member;
-  const auto status = package.find(fileId, member);
+  if (package.status() != ArchiveSuccess) return package.status();
+  FileRecord file;
+  const auto status = VelmarArchive_parse_file(package.text(), fileId, file.get());
   if (status != ArchiveSuccess) return status;
   ArchiveStream output(outPath, "wb");
   if (!output) return ArchiveOutputNotCreated;
-  const auto written = writeMember(member, package.length(), output);
+  const auto written = writeFile(file.get(), package.length(), output);
   if (extraction != nullptr) *extraction = written;
   return ArchiveSuccess;
 }
 
-ArchiveStatus CORVANE2Archive_Parse_Archive(const char* path, ArchiveInfo& info) {
-  const PackageText package(path, {});
+ArchiveStatus CORVANE2Archive_Parse_Archive(const char* path, ArchiveInfo& info,
+                                            const ArchiveVisitor& eachFile,
+                                            const ArchiveProgress& progress) {
+  const PackageText package(path, progress);
   if (package.status() != ArchiveSuccess) return package.status();
-  return VelmarArchive_parse_archive(package.text(), info);
+  const auto status = VelmarArchive_parse_archive(package.text(), info);
+  if (status != ArchiveSuccess || !eachFile) return status;
+  return tellEachFile(package.text(), eachFile);
 }
 
 ArchiveStatus CORVANE2Archive_Get_File_Version(const char* path, const char* fileId,
                                                std::span<char> versionOut,
                                                const ArchiveProgress& progress) {
   const PackageText package(path, progress);
+  if (package.status() != ArchiveSuccess) return package.status();
+  // The file itself is not wanted, and decoding it would take most of the time.
   ArchiveMember member;
-  const auto status = package.find(fileId, member);
+  const auto status = findMember(package.text(), fileId, member);
   if (status != ArchiveSuccess || versionOut.empty()) return status;
   const auto length = member.version.copy(versionOut.data(), versionOut.size() - 1);
   versionOut[length] = '\0';

@@ -21,6 +21,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <string_view>
 
 namespace corvane {
 
@@ -69,6 +70,20 @@ struct ArchiveFile {
   std::uint8_t* data = nullptr;  ///< the file's bytes
   std::size_t decodedSize = 0;   ///< set by the reader: the bytes of `data` that the package
                                  ///< really holds; differs from `size` only if it is faulty
+};
+
+/// One file of a package as views into the package's text, which must outlive them: nothing is
+/// copied, nothing decoded.
+struct ArchiveMember {
+  std::string_view id;
+  std::string_view version;
+  std::string_view description;
+  std::string_view name;
+  std::int32_t size = 0;   ///< bytes, as the package claims
+  std::string_view chunk;  ///< the bytes in base64
+
+  /// How many bytes `chunk` really holds. Decodes it all.
+  std::uint64_t decodedSize() const;
 };
 
 /// Told now and then how many of `total` bytes are done. May be empty.

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 
 #include "ArchiveFixtures.h"
@@ -14,9 +15,7 @@ class ArchiveFacadeTest : public testing::Test {
     InfoToWrite info{"CORVANE2", "1.0", count};
     std::vector<ArchiveFile> records;
     for (auto& file : files) records.push_back(file.record());
-    std::vector<const ArchiveFile*> references;
-    for (const auto& record : records) references.push_back(&record);
-    return CORVANE2Archive_Compress(path.c_str(), info.record(), references.data());
+    return CORVANE2Archive_Compress(path.c_str(), info.record(), filesOf(records));
   }
 
   ArchiveStatus decompress(const char* id) {
@@ -53,6 +52,37 @@ TEST_F(ArchiveFacadeTest, CompressStopsAtTheFirstFailure) {
   EXPECT_EQ(compress({goldenNotesFile()}, 1), 257u);
   path = "/dev/full";
   EXPECT_EQ(compress({goldenNotesFile()}, 1), 260u);
+}
+
+TEST_F(ArchiveFacadeTest, CompressAsksForOneFileAfterAnotherAndTellsHowFarItIs) {
+  std::vector<FileToAdd> given{goldenImageFile(), goldenNotesFile()};
+  std::vector<std::int32_t> asked;
+  ArchiveFile current;
+  const ArchiveFiles files{[&](std::int32_t index) -> const ArchiveFile& {
+                             asked.push_back(index);
+                             return current = given.at(static_cast<std::size_t>(index)).record();
+                           },
+                           goldenImage().size() + given[1].data.size()};
+  std::vector<double> fractions;
+  InfoToWrite info{"CORVANE2", "1.0", 2};
+  ASSERT_EQ(CORVANE2Archive_Compress(path.c_str(), info.record(), files,
+                                     [&](std::uint64_t done, std::uint64_t total) {
+                                       fractions.push_back(static_cast<double>(done) /
+                                                           static_cast<double>(total));
+                                     }),
+            0u);
+  EXPECT_EQ(readFile(path), golden("two-files.pkg"));
+  EXPECT_EQ(asked, (std::vector<std::int32_t>{0, 1}));
+  EXPECT_TRUE(std::is_sorted(fractions.begin(), fractions.end()));
+  EXPECT_NE(std::find(fractions.begin(), fractions.end(), 0.5), fractions.end());
+  EXPECT_EQ(fractions.back(), 1.0);
+}
+
+TEST_F(ArchiveFacadeTest, CompressLetsAnExceptionOfTheCallerThrough) {
+  struct Interrupted {};
+  InfoToWrite info{"CORVANE2", "1.0", 1};
+  const ArchiveFiles files{[](std::int32_t) -> const ArchiveFile& { throw Interrupted(); }};
+  EXPECT_THROW(CORVANE2Archive_Compress(path.c_str(), info.record(), files), Interrupted);
 }
 
 TEST_F(ArchiveFacadeTest, DecompressWritesTheFile) {
@@ -212,6 +242,32 @@ TEST_F(ArchiveFacadeTest, ArchiveRecordIsTheCallers) {
   VelmarArchive_free_archive(info);
   EXPECT_EQ(CORVANE2Archive_Parse_Archive(dataPath("after-begin.pkg").c_str(), info), 19u);
   EXPECT_EQ(info.id, nullptr);
+}
+
+TEST_F(ArchiveFacadeTest, ArchiveRecordComesWithEachFileInOrder) {
+  ArchiveInfo info;
+  std::vector<std::string> seen;
+  const auto look = [&seen](const ArchiveMember& member) {
+    seen.push_back(std::string(member.id) + " " + std::to_string(member.size) + " " +
+                   std::to_string(member.decodedSize()));
+  };
+  ASSERT_EQ(CORVANE2Archive_Parse_Archive(dataPath("two-files.pkg").c_str(), info, look), 0u);
+  EXPECT_EQ(seen, (std::vector<std::string>{"emulex.grp 200 200", "emulex 2 2"}));
+  VelmarArchive_free_archive(info);
+}
+
+TEST_F(ArchiveFacadeTest, FirstFileThatIsNotCompleteEndsTheShow) {
+  const auto incomplete = "\n\t<archive_file>\n\t\t<file_id>b</file_id></archive_file>\n";
+  writeFile(path, closedPackage(indexOf("3", fileBlock("a", "3", "QUJD\n") + incomplete +
+                                                 fileBlock("c", "3", "QUJD\n"))));
+  ArchiveInfo info;
+  std::string seen;
+  EXPECT_EQ(CORVANE2Archive_Parse_Archive(
+                path.c_str(), info, [&seen](const ArchiveMember& member) { seen += member.id; }),
+            17u);
+  EXPECT_EQ(seen, "a");
+  EXPECT_STREQ(info.id, "ID");
+  VelmarArchive_free_archive(info);
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "CORVANE2Archive/VelmarArchive.h"
+#include "CORVANE2Archive/CORVANE2Archive.h"
 #include "TemporaryFolder.h"
 
 namespace corvane::archivetest {
@@ -135,6 +135,13 @@ inline FileToAdd goldenImageFile() {
 
 inline FileToAdd goldenNotesFile() {
   return {"emulex", "1", "Notes", "notes.txt", "ok"};
+}
+
+/// The records for building a package; they must outlive what is returned.
+inline ArchiveFiles filesOf(const std::vector<ArchiveFile>& records) {
+  return {[&records](std::int32_t index) -> const ArchiveFile& {
+    return records.at(static_cast<std::size_t>(index));
+  }};
 }
 
 }  // namespace corvane::archivetest

@@ -81,13 +81,11 @@ TEST_F(ArchiveFullDiskTest, CompressStopsAtTheFileThatDoesNotFit) {
   InfoToWrite info{"CORVANE2", "1.0", 2};
   auto image = goldenImageFile();
   auto notes = goldenNotesFile();
-  const auto imageRecord = image.record();
-  const auto notesRecord = notes.record();
-  const ArchiveFile* const files[] = {&imageRecord, &notesRecord};
+  const std::vector<ArchiveFile> records{image.record(), notes.record()};
   const auto room = golden("after-begin.pkg").size() + 1;
   {
     const LimitedDisk disk(room);
-    EXPECT_EQ(CORVANE2Archive_Compress(path.c_str(), info.record(), files), 260u);
+    EXPECT_EQ(CORVANE2Archive_Compress(path.c_str(), info.record(), filesOf(records)), 260u);
   }
   EXPECT_EQ(readFile(path), golden("after-add.pkg").substr(0, room));
 }

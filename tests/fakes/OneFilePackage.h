@@ -23,7 +23,7 @@ inline void writeOneFilePackage(const std::string& path, std::string image,
   file.name = member.data();
   file.size = static_cast<int32_t>(image.size());
   file.data = reinterpret_cast<uint8_t*>(image.data());
-  const ArchiveFile* const files[] = {&file};
+  const ArchiveFiles files{[&file](int32_t) -> const ArchiveFile& { return file; }};
   ASSERT_EQ(CORVANE2Archive_Compress(path.c_str(), info, files), ArchiveSuccess);
 }
 

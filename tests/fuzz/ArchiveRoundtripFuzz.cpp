@@ -1,7 +1,6 @@
 // Random files go into a package and must come out byte-equal, in every order.
 
 #include <cstdint>
-#include <deque>
 #include <vector>
 
 #include "CORVANE2Archive/CORVANE2Archive.h"
@@ -63,12 +62,14 @@ std::vector<RandomFile> takeFiles(std::string_view input) {
 }
 
 void writePackage(const std::string& path, std::vector<RandomFile>& files) {
-  std::deque<ArchiveFile> records;
-  std::vector<const ArchiveFile*> references;
-  for (auto& file : files) references.push_back(&records.emplace_back(file.record()));
+  std::vector<ArchiveFile> records;
+  for (auto& file : files) records.push_back(file.record());
+  const auto record = [&records](std::int32_t index) -> const ArchiveFile& {
+    return records.at(static_cast<std::size_t>(index));
+  };
   char text[] = "roundtrip";
   const ArchiveInfo info{text, text, static_cast<std::int32_t>(files.size())};
-  fuzz::require(CORVANE2Archive_Compress(path.c_str(), info, references.data()) == ArchiveSuccess,
+  fuzz::require(CORVANE2Archive_Compress(path.c_str(), info, {record}) == ArchiveSuccess,
                 "package is written");
 }
 

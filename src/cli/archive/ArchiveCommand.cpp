@@ -42,9 +42,12 @@ ordered_json fileFields(const ArchiveMember& member) {
 }
 
 void listPackage(CommandContext& context, const ArchiveArguments& arguments) {
-  const ReadPackage package(context, arguments.package);
   auto files = ordered_json::array();
-  package.eachFile([&](const ArchiveMember& member) { files.push_back(fileFields(member)); });
+  PackageProgress progress(context, "reading", packageSize(arguments.package));
+  const PackageRecord package(
+      arguments.package,
+      [&files](const ArchiveMember& member) { files.push_back(fileFields(member)); },
+      progress.function());
   printStatusAnswer(context, {{"id", package.info().id},
                               {"version", package.info().version},
                               {"fileCount", package.info().fileCount},
@@ -52,8 +55,7 @@ void listPackage(CommandContext& context, const ArchiveArguments& arguments) {
 }
 
 void verifyPackageFile(CommandContext& context, const ArchiveArguments& arguments) {
-  const ReadPackage package(context, arguments.package);
-  const auto found = verifyPackage(context, package);
+  const auto found = verifyPackage(context, arguments.package);
   if (found.problems > 0) {
     throw CommandFailure(ExitStatus::Failed, arguments.package, found.text(),
                          "Do not use this package; get or build it again.",

@@ -102,32 +102,16 @@ ArchiveProgress PackageProgress::function() {
   return [this](std::uint64_t done, std::uint64_t total) { bar_.show(done, total); };
 }
 
-ReadPackage::ReadPackage(CommandContext& context, const std::string& path) : path_(path) {
-  PackageProgress progress(context, "reading", packageSize(path));
-  auto status = VelmarArchive_read(path.c_str(), &text_, progress.function());
-  if (status == ArchiveSuccess) {
-    index_ = text_;
-    status = VelmarArchive_parse_archive(text_, info_);
-  }
-  if (status != ArchiveSuccess) {
-    VelmarArchive_free_xml(&text_);
-    VelmarArchive_free_archive(info_);
-    failArchive(path, status);
-  }
-}
-
-ReadPackage::~ReadPackage() {
-  VelmarArchive_free_xml(&text_);
+PackageRecord::PackageRecord(const std::string& path, const ArchiveVisitor& eachFile,
+                             const ArchiveProgress& progress) {
+  const auto status = CORVANE2Archive_Parse_Archive(path.c_str(), info_, eachFile, progress);
+  if (status == ArchiveSuccess) return;
   VelmarArchive_free_archive(info_);
+  failArchive(path, status);
 }
 
-void ReadPackage::eachFile(const std::function<void(const ArchiveMember&)>& action) const {
-  auto remaining = index_;
-  while (const auto block = takeFileBlock(remaining)) {
-    ArchiveMember member;
-    requireSuccess(path_, readMember(*block, member));
-    action(member);
-  }
+PackageRecord::~PackageRecord() {
+  VelmarArchive_free_archive(info_);
 }
 
 }  // namespace corvane

@@ -1,16 +1,14 @@
 #pragma once
 
 /// What the archive commands share: statuses as answers and failures, progress, and
-/// a package that has been read.
+/// reading a package.
 
 #include <cstdint>
-#include <functional>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
 
-#include "CORVANE2Archive/ArchiveIndex.h"
-#include "CORVANE2Archive/VelmarArchive.h"
+#include "CORVANE2Archive/CORVANE2Archive.h"
 #include "cli/answers/CommandOutput.h"
 #include "cli/answers/StagedFile.h"
 
@@ -55,26 +53,20 @@ class PackageProgress {
   bool large_;
 };
 
-/// A package in memory whose own record has been understood.
-class ReadPackage {
+/// What a package says of itself.
+class PackageRecord {
  public:
-  /// Throws CommandFailure with the status when the package cannot be read.
-  ReadPackage(CommandContext& context, const std::string& path);
-  ~ReadPackage();
-  ReadPackage(const ReadPackage&) = delete;
-  ReadPackage& operator=(const ReadPackage&) = delete;
+  /// Reads the package and shows each of its files to `eachFile`. Throws CommandFailure with the
+  /// status when the package cannot be read, and at the first file that is not complete.
+  PackageRecord(const std::string& path, const ArchiveVisitor& eachFile,
+                const ArchiveProgress& progress);
+  ~PackageRecord();
+  PackageRecord(const PackageRecord&) = delete;
+  PackageRecord& operator=(const PackageRecord&) = delete;
 
   const ArchiveInfo& info() const noexcept { return info_; }
-  std::uint64_t size() const noexcept { return index_.size(); }
-
-  /// Calls `action` for each file in order. Throws CommandFailure with the status
-  /// at the first one that is not complete.
-  void eachFile(const std::function<void(const ArchiveMember&)>& action) const;
 
  private:
-  std::string path_;
-  char* text_ = nullptr;
-  std::string_view index_;
   ArchiveInfo info_;
 };
 

@@ -6,7 +6,6 @@
 namespace corvane {
 
 struct CommandContext;
-class ReadPackage;
 
 /// What a package that can be read turned out to hold.
 struct ArchiveVerification {
@@ -21,8 +20,8 @@ struct ArchiveVerification {
   std::string text() const;
 };
 
-/// Decodes every file of a package and compares what it holds with what it claims.
-/// Throws CommandFailure with the archive status when a file is not complete.
-ArchiveVerification verifyPackage(CommandContext& context, const ReadPackage& package);
+/// Reads the package, decodes each of its files and compares what it holds with what it claims.
+/// Throws CommandFailure with the archive status when it cannot be read or a file is not complete.
+ArchiveVerification verifyPackage(CommandContext& context, const std::string& path);
 
 }  // namespace corvane

@@ -75,49 +75,41 @@ class PackageBuilder {
 
   /// Throws CommandFailure, also when the program is interrupted.
   void build(const StagedFile& staged) {
-    const std::string& path = staged.path();
     ArchiveInfo info;
     info.id = manifest_.id.data();
     info.version = manifest_.version.data();
     info.fileCount = static_cast<std::int32_t>(manifest_.files.size());
-    requireSuccess(VelmarArchive_create_begin(path.c_str(), info));
-    for (auto& file : manifest_.files) add(staged, file);
-    requireSuccess(VelmarArchive_create_end(
-        path.c_str(), [this, &staged](std::uint64_t done, std::uint64_t total) {
-          // Reading back what was written counts as much as writing it.
-          progress_.show(total + done, 2 * total);
-          requireUninterrupted(staged, shownPath_);
-        }));
-  }
-
- private:
-  void requireSuccess(ArchiveStatus status) const {
+    const auto load = [&](std::int32_t index) -> const ArchiveFile& {
+      requireUninterrupted(staged, shownPath_);
+      return loadRecord(manifest_.files.at(static_cast<std::size_t>(index)));
+    };
+    const auto status = CORVANE2Archive_Compress(staged.path().c_str(), info, {load, total_},
+                                                 [&](std::uint64_t done, std::uint64_t total) {
+                                                   progress_.show(done, total);
+                                                   requireUninterrupted(staged, shownPath_);
+                                                 });
     if (status != ArchiveSuccess) failArchive(shownPath_, status);
   }
 
-  void add(const StagedFile& staged, ArchiveManifest::File& file) {
-    requireUninterrupted(staged, shownPath_);
-    const auto loaded = loadFile(file.path);
-    ArchiveFile record;
-    record.id = file.id.data();
-    record.version = file.version.data();
-    record.description = file.description.data();
-    record.name = file.name.data();
-    record.size = static_cast<std::int32_t>(loaded.size);
-    record.data = loaded.bytes.get();
-    requireSuccess(VelmarArchive_add(staged.path().c_str(), record,
-                                     [this, &staged](std::uint64_t done, std::uint64_t) {
-                                       progress_.show(written_ + done, 2 * total_);
-                                       requireUninterrupted(staged, shownPath_);
-                                     }));
-    written_ += loaded.size;
+ private:
+  const ArchiveFile& loadRecord(ArchiveManifest::File& file) {
+    loaded_ = {};  // two files need not fit into the memory
+    loaded_ = loadFile(file.path);
+    record_.id = file.id.data();
+    record_.version = file.version.data();
+    record_.description = file.description.data();
+    record_.name = file.name.data();
+    record_.size = static_cast<std::int32_t>(loaded_.size);
+    record_.data = loaded_.bytes.get();
+    return record_;
   }
 
   ArchiveManifest manifest_;
   std::string shownPath_;
   std::uint64_t total_;
   PackageProgress progress_;
-  std::uint64_t written_ = 0;
+  FileBytes loaded_;
+  ArchiveFile record_;
 };
 
 /// Paths that lead to the same file would be read first and then replaced.
