@@ -1,8 +1,6 @@
 #include "platform/posix/ThreadDispatch.h"
 
 #include <exception>
-#include <map>
-#include <set>
 #include <utility>
 
 namespace corvane {
@@ -18,41 +16,8 @@ struct ThreadDispatch::State {
   std::mutex mutex;  ///< guards everything below
   std::condition_variable changed;
   std::deque<std::function<void()>> work;
-  /// What waits on the main queue. That queue outlives the dispatch, so it holds numbers only, and
-  /// the work itself goes when the dispatch ends, while what the work refers to is still there.
-  std::map<uint64_t, std::function<void()>> mainWork;
-  std::set<uint64_t> unfinishedMainWork;  ///< what waits on the main queue or runs there
-  uint64_t nextMainWork = 0;
   size_t idleThreads = 0;
   bool ended = false;
-
-  /// The work of that number; empty when it was dropped.
-  std::function<void()> takeMainWork(uint64_t number) {
-    const std::lock_guard lock(mutex);
-    const auto found = mainWork.find(number);
-    if (found == mainWork.end()) return {};
-    std::function<void()> taken = std::move(found->second);
-    mainWork.erase(found);
-    return taken;
-  }
-
-  void runMainWork(uint64_t number) {
-    const Unfinished ending{*this, number};
-    if (const auto taken = takeMainWork(number)) taken();
-  }
-
- private:
-  /// Counts the work as finished at the end of the scope, however that is left.
-  struct Unfinished {
-    State& state;
-    uint64_t number;
-
-    ~Unfinished() {
-      const std::lock_guard lock(state.mutex);
-      state.unfinishedMainWork.erase(number);
-      state.changed.notify_all();
-    }
-  };
 };
 
 class ThreadDispatch::Group final : public DispatchGroup {
@@ -101,7 +66,10 @@ class ThreadDispatch::Group final : public DispatchGroup {
 };
 
 ThreadDispatch::ThreadDispatch(MainQueue& mainQueue, double clockRate)
-    : mainQueue_(mainQueue), clockRate_(clockRate), state_(std::make_shared<State>()) {}
+    : mainQueue_(mainQueue),
+      clockRate_(clockRate),
+      state_(std::make_shared<State>()),
+      mainWork_(mainQueue) {}
 
 ThreadDispatch::~ThreadDispatch() {
   end();
@@ -109,61 +77,25 @@ ThreadDispatch::~ThreadDispatch() {
 
 void ThreadDispatch::end() {
   std::deque<std::function<void()>> dropped;
-  std::map<uint64_t, std::function<void()>> droppedMain;
   std::vector<std::thread> threads;
   {
     const std::lock_guard lock(state_->mutex);
     state_->ended = true;
     dropped.swap(state_->work);
-    droppedMain.swap(state_->mainWork);
     threads.swap(threads_);
     state_->changed.notify_all();
   }
   dropped.clear();
-  droppedMain.clear();
+  mainWork_.end();
   for (std::thread& thread : threads) thread.join();
 }
 
 void ThreadDispatch::asyncMain(std::function<void()> work) {
-  uint64_t number = 0;
-  {
-    const std::lock_guard lock(state_->mutex);
-    if (state_->ended) return;
-    number = state_->nextMainWork++;
-    state_->mainWork.emplace(number, std::move(work));
-    state_->unfinishedMainWork.insert(number);
-  }
-  mainQueue_.post([state = state_, number] { state->runMainWork(number); });
+  mainWork_.async(std::move(work));
 }
 
 void ThreadDispatch::syncMain(std::function<void()> work) {
-  if (isMain()) {
-    work();
-    return;
-  }
-  enum class Stage { Posted, Running, Done, GivenUp };
-  const auto stage = std::make_shared<Stage>(Stage::Posted);
-  // The caller stays until the work has run or was given up, so the work can stay with the caller.
-  mainQueue_.post([state = state_, stage, &work] {
-    {
-      const std::lock_guard lock(state->mutex);
-      if (*stage == Stage::GivenUp) return;
-      *stage = Stage::Running;
-    }
-    work();
-    const std::lock_guard lock(state->mutex);
-    *stage = Stage::Done;
-    state->changed.notify_all();
-  });
-  {
-    std::unique_lock lock(state_->mutex);
-    state_->changed.wait(lock, [this, &stage] {
-      return *stage == Stage::Done || (*stage == Stage::Posted && state_->ended);
-    });
-    if (*stage == Stage::Done) return;
-    *stage = Stage::GivenUp;
-  }
-  unwindIfEnded();
+  if (!mainWork_.sync(work)) unwindIfEnded();
 }
 
 void ThreadDispatch::asyncGlobal(QueuePriority, std::function<void()> work) {
@@ -183,41 +115,28 @@ std::unique_ptr<DispatchGroup> ThreadDispatch::createGroup() {
 void ThreadDispatch::sleep(std::chrono::milliseconds duration) {
   const std::chrono::duration<double, std::milli> scaled(static_cast<double>(duration.count()) /
                                                          clockRate_);
-  waitUntil(std::chrono::steady_clock::now() +
-                std::chrono::duration_cast<std::chrono::steady_clock::duration>(scaled),
-            [] { return false; });
+  const auto limit = std::chrono::steady_clock::now() +
+                     std::chrono::duration_cast<std::chrono::steady_clock::duration>(scaled);
+  {
+    std::unique_lock lock(state_->mutex);
+    state_->changed.wait_until(lock, limit, [this] { return threadOfPool && state_->ended; });
+  }
+  unwindIfEnded();
 }
 
 void ThreadDispatch::sleepBesideMain(std::chrono::milliseconds duration) {
   const auto begin = std::chrono::steady_clock::now();
-  uint64_t givenLater = 0;
-  {
-    const std::lock_guard lock(state_->mutex);
-    givenLater = state_->nextMainWork;
-  }
+  const uint64_t givenLater = mainWork_.next();
   sleep(duration);
   if (isMain()) return;
-  waitUntil(begin + patience() * duration, [this, givenLater] {
-    const auto& unfinished = state_->unfinishedMainWork;
-    return unfinished.empty() || *unfinished.begin() >= givenLater;
-  });
+  mainWork_.waitForWorkBefore(givenLater, begin + patience() * duration);
+  unwindIfEnded();
 }
 
 /// How many times its length a pause beside the main queue may last: a raised clock rate is one
 /// that this computer may be too slow for, and no reason for what takes part in a race to lose it.
 int ThreadDispatch::patience() const {
   return clockRate_ > 1 ? 10 : 1;
-}
-
-/// Waits until `ready`, which is asked under the mutex, or until the limit.
-void ThreadDispatch::waitUntil(std::chrono::steady_clock::time_point limit,
-                               const std::function<bool()>& ready) {
-  {
-    std::unique_lock lock(state_->mutex);
-    state_->changed.wait_until(lock, limit,
-                               [&] { return (threadOfPool && state_->ended) || ready(); });
-  }
-  unwindIfEnded();
 }
 
 bool ThreadDispatch::isMain() const {

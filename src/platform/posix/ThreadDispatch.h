@@ -12,6 +12,7 @@
 
 #include "platform/Dispatch.h"
 #include "platform/posix/MainQueue.h"
+#include "platform/posix/MainWork.h"
 
 namespace corvane {
 
@@ -51,13 +52,12 @@ class ThreadDispatch final : public Dispatch {
   void serve();
   void runWork(const std::function<void()>& work);
   int patience() const;
-  void waitUntil(std::chrono::steady_clock::time_point limit, const std::function<bool()>& ready);
   void unwindIfEnded();
 
   MainQueue& mainQueue_;
   const double clockRate_;
-  const std::shared_ptr<State>
-      state_;  ///< shared with work on the main queue, which may outlive this
+  const std::shared_ptr<State> state_;  ///< shared with the groups, which may outlive this
+  MainWork mainWork_;
   std::vector<std::thread> threads_;  ///< guarded by the state's mutex
 };
 
