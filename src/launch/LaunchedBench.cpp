@@ -1,6 +1,5 @@
-#include "launch/LaunchFailure.h"
+#include "launch/BenchOpening.h"
 #include "launch/LaunchedComputer.h"
-#include "launch/ShippedFiles.h"
 #include "platform/bench/BenchPlatform.h"
 
 namespace corvane {
@@ -10,7 +9,7 @@ namespace {
 class LaunchedBench final : public LaunchedComputer {
  public:
   LaunchedBench(const std::string& path, const LaunchHost& host)
-      : bench_(path, host.mainQueue, host.prompts, host.log, options(host)) {}
+      : bench_(path, host.mainQueue, host.prompts, host.log, benchOptions(host)) {}
 
   Platform platform() override { return bench_.platform(); }
   void setPasswordPrompt(const std::function<bool()>& ask) override {
@@ -19,40 +18,8 @@ class LaunchedBench final : public LaunchedComputer {
   void end() override { bench_.end(); }
 
  private:
-  static BenchPlatformOptions options(const LaunchHost& host) {
-    BenchPlatformOptions options;
-    const ShippedFiles shipped = ShippedFiles::ofThisProgram();
-    options.toolsFolder = shipped.benchToolsFolder().value_or("").string();
-    options.samplesFolder = shipped.benchFolder().value_or("").string();
-    options.standardOutput = host.commandOutput;
-    return options;
-  }
-
   BenchPlatform bench_;
 };
-
-/// The error without the file's name, which stands before it.
-std::string reasonOf(const BenchFileError& error) {
-  std::string reason;
-  if (error.line() != 0) reason += "line " + std::to_string(error.line()) + ": ";
-  if (!error.field().empty()) reason += error.field() + " ";
-  return reason + error.reason();
-}
-
-LaunchFailure refusal(const std::string& path, const BenchFileError& error) {
-  switch (error.kind()) {
-    case BenchFileError::Kind::Missing:
-      return {LaunchExitStatus::NotFound, path, "there is no such bench",
-              "Write one with \"corvane-bench new " + path + "\"."};
-    case BenchFileError::Kind::Misfit:
-      return {LaunchExitStatus::Failed, path, reasonOf(error),
-              "Correct the file at that place; it has not been changed."};
-    case BenchFileError::Kind::Unreadable:
-      break;
-  }
-  return {LaunchExitStatus::Failed, path, reasonOf(error),
-          "Check that the file and its folder can be read and written."};
-}
 
 }  // namespace
 
@@ -60,7 +27,7 @@ std::unique_ptr<LaunchedComputer> openBench(const std::string& path, const Launc
   try {
     return std::make_unique<LaunchedBench>(path, host);
   } catch (const BenchFileError& error) {
-    throw refusal(path, error);
+    throw benchRefusal(path, error);
   }
 }
 

@@ -15,7 +15,12 @@ class LaunchedMac final : public LaunchedComputer {
   explicit LaunchedMac(const LaunchHost& host)
       : mac_(host.mainQueue, host.prompts, host.log, host.commandOutput) {}
 
+  LaunchedMac(const LaunchedMac&) = delete;
+  LaunchedMac& operator=(const LaunchedMac&) = delete;
+  ~LaunchedMac() override { LaunchedMac::end(); }
+
   Platform platform() override { return mac_.platform(); }
+  void end() override { mac_.end(); }
 
  private:
   macos::MacPlatform mac_;

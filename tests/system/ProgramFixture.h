@@ -63,7 +63,7 @@ class ProgramFixture : public ::testing::Test {
                           const std::vector<std::string>& arguments) const {
     // The user's own bench, should a program fall back on it, is the test's as well.
     std::string line = "env -u CORVANE_BENCH XDG_DATA_HOME=" + shellPath(folder_.path()) + " " +
-                       shellPath(std::string(CORVANE_BINARY_DIR) + "/bin/" + program);
+                       shellPath(programFolder() + "/" + program);
     for (const auto& argument : arguments) line += " " + shellWord(argument);
     return line;
   }
@@ -94,6 +94,12 @@ class ProgramFixture : public ::testing::Test {
   }
 
  private:
+  /// The programs under test: those of the build, unless the environment names others.
+  static std::string programFolder() {
+    const char* const named = std::getenv("CORVANE_PROGRAM_FOLDER");
+    return named == nullptr ? std::string(CORVANE_BINARY_DIR) + "/bin" : named;
+  }
+
   const TemporaryFolder folder_;
 };
 

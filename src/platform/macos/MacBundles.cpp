@@ -1,7 +1,5 @@
 #include "platform/macos/MacBundles.h"
 
-#include <unistd.h>
-
 #include "platform/macos/PropertyConversion.h"
 
 namespace corvane::macos {
@@ -11,15 +9,9 @@ namespace {
 constexpr const char* systemVersionFile = "/System/Library/CoreServices/SystemVersion.plist";
 
 CoreFoundationReference<CFURLRef> fileUrl(const std::string& path, bool isFolder) {
-  return CoreFoundationReference<CFURLRef>(CFURLCreateWithFileSystemPath(
-      kCFAllocatorDefault, platformString(path).get(), kCFURLPOSIXPathStyle, isFolder));
-}
-
-std::optional<PropertyValue> infoValueOf(CFBundleRef bundle, const std::string& key) {
-  if (bundle == nullptr) return std::nullopt;
-  CFTypeRef value = CFBundleGetValueForInfoDictionaryKey(bundle, platformString(key).get());
-  if (value == nullptr) return std::nullopt;
-  return propertyValue(value);
+  return CoreFoundationReference<CFURLRef>(CFURLCreateFromFileSystemRepresentation(
+      kCFAllocatorDefault, reinterpret_cast<const UInt8*>(path.data()),
+      static_cast<CFIndex>(path.size()), isFolder));
 }
 
 std::optional<PropertyValue::Dictionary> propertyListAt(CFURLRef url) {
@@ -36,29 +28,44 @@ std::optional<PropertyValue::Dictionary> propertyListAt(CFURLRef url) {
 }  // namespace
 
 bool MacBundles::exists(const std::string& path) {
-  return access(path.c_str(), F_OK) == 0;
+  const auto url = fileUrl(path, true);
+  return url && CFURLResourceIsReachable(url.get(), nullptr);
 }
 
+// The system keeps a bundle that was opened once for as long as the process lives, with the
+// information of that time, so none is opened.
 std::optional<PropertyValue> MacBundles::infoValue(const std::string& path,
                                                    const std::string& key) {
-  const CoreFoundationReference<CFBundleRef> bundle(
-      CFBundleCreate(kCFAllocatorDefault, fileUrl(path, true).get()));
-  return infoValueOf(bundle.get(), key);
+  const auto url = fileUrl(path, true);
+  if (!url) return std::nullopt;
+  const CoreFoundationReference<CFDictionaryRef> information(
+      CFBundleCopyInfoDictionaryInDirectory(url.get()));
+  if (!information) return std::nullopt;
+  const PropertyValue::Dictionary values = propertyDictionary(information.get());
+  const PropertyValue* value = findProperty(values, key);
+  return value == nullptr ? std::nullopt : std::optional(*value);
 }
 
 std::optional<PropertyValue> MacBundles::mainInfoValue(const std::string& key) {
-  return infoValueOf(CFBundleGetMainBundle(), key);
+  CFBundleRef bundle = CFBundleGetMainBundle();
+  if (bundle == nullptr) return std::nullopt;
+  CFTypeRef value = CFBundleGetValueForInfoDictionaryKey(bundle, platformString(key).get());
+  if (value == nullptr) return std::nullopt;
+  return propertyValue(value);
 }
 
 std::optional<PropertyValue::Dictionary> MacBundles::resourcePropertyList(const std::string& name,
                                                                           const std::string& type) {
+  CFBundleRef bundle = CFBundleGetMainBundle();
+  if (bundle == nullptr) return std::nullopt;
   const CoreFoundationReference<CFURLRef> url(CFBundleCopyResourceURL(
-      CFBundleGetMainBundle(), platformString(name).get(), platformString(type).get(), nullptr));
+      bundle, platformString(name).get(), platformString(type).get(), nullptr));
   return url ? propertyListAt(url.get()) : std::nullopt;
 }
 
 std::string MacSystemVersion::productVersion() {
-  const auto values = propertyListAt(fileUrl(systemVersionFile, false).get());
+  const auto url = fileUrl(systemVersionFile, false);
+  const auto values = url ? propertyListAt(url.get()) : std::nullopt;
   const PropertyValue* version = values ? findProperty(*values, "ProductVersion") : nullptr;
   return version != nullptr && version->text() != nullptr ? *version->text() : std::string();
 }

@@ -35,14 +35,18 @@ MacDisk borrowed(DADiskRef disk) {
 
 void changed(DADiskRef disk, void* address) noexcept {
   const auto& target = DiskCallbacks::target(address);
-  MacDisk shown = borrowed(disk);
-  target.callback(shown, target.context);
+  callFromSource([&] {
+    MacDisk shown = borrowed(disk);
+    target.callback(shown, target.context);
+  });
 }
 
 void answered(DADiskRef disk, DADissenterRef dissenter, void* address) noexcept {
   const auto& target = RequestCallbacks::target(address);
-  MacDisk shown = borrowed(disk);
-  target.callback(shown, dissenter != nullptr, target.context);
+  callFromSource([&] {
+    MacDisk shown = borrowed(disk);
+    target.callback(shown, dissenter != nullptr, target.context);
+  });
 }
 
 class MacDiskSession final : public DiskSession {

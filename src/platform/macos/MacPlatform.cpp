@@ -18,4 +18,8 @@ Platform MacPlatform::platform() {
       paths_};
 }
 
+void MacPlatform::end() {
+  dispatch_.end([this] { runLoops_.stopAll(); });
+}
+
 }  // namespace corvane::macos

@@ -10,20 +10,15 @@ namespace corvane::macos {
 
 namespace {
 
-/// The port to the kernel changed its name with macOS 12.
-mach_port_t mainPort() {
-  if (__builtin_available(macOS 12.0, *)) return kIOMainPortDefault;
-#pragma clang diagnostic push
-#pragma clang diagnostic ignored "-Wdeprecated-declarations"
-  return kIOMasterPortDefault;
-#pragma clang diagnostic pop
-}
+/// What the constants for the main port stand for; the older one is deprecated and the newer one is
+/// not in every system that the utility runs on.
+constexpr mach_port_t mainPort = MACH_PORT_NULL;
 
 using MatchingCallbacks = CallbackTable<MatchingCallback>;
 
 void matched(void* address, io_iterator_t iterator) noexcept {
   const auto& target = MatchingCallbacks::target(address);
-  target.callback(target.context, iterator);
+  callFromSource([&] { target.callback(target.context, iterator); });
 }
 
 class MacNotificationPort final : public NotificationPort {
@@ -90,11 +85,11 @@ std::optional<PropertyValue> MacRegistry::createNumber(int8_t value) {
 }
 
 RegistryHandle MacRegistry::matchingService(SharedDictionary matching) {
-  return IOServiceGetMatchingService(mainPort(), platformDictionary(*matching).release());
+  return IOServiceGetMatchingService(mainPort, platformDictionary(*matching).release());
 }
 
 std::unique_ptr<NotificationPort> MacRegistry::createNotificationPort() {
-  IONotificationPortRef port = IONotificationPortCreate(mainPort());
+  IONotificationPortRef port = IONotificationPortCreate(mainPort);
   return port != nullptr ? std::make_unique<MacNotificationPort>(port) : nullptr;
 }
 

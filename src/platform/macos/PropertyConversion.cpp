@@ -34,6 +34,12 @@ PropertyValue::Array setValue(CFSetRef set) {
   return values;
 }
 
+CoreFoundationReference<CFStringRef> stringIn(CFStringEncoding encoding, const std::string& text) {
+  return CoreFoundationReference<CFStringRef>(
+      CFStringCreateWithBytes(kCFAllocatorDefault, reinterpret_cast<const UInt8*>(text.data()),
+                              static_cast<CFIndex>(text.size()), encoding, false));
+}
+
 CoreFoundationReference<CFTypeRef> platformArray(const PropertyValue::Array& array) {
   CFMutableArrayRef values = CFArrayCreateMutable(
       kCFAllocatorDefault, static_cast<CFIndex>(array.size()), &kCFTypeArrayCallBacks);
@@ -88,9 +94,8 @@ PropertyValue::Dictionary propertyDictionary(CFDictionaryRef dictionary) {
 }
 
 CoreFoundationReference<CFStringRef> platformString(const std::string& text) {
-  return CoreFoundationReference<CFStringRef>(
-      CFStringCreateWithBytes(kCFAllocatorDefault, reinterpret_cast<const UInt8*>(text.data()),
-                              static_cast<CFIndex>(text.size()), kCFStringEncodingUTF8, false));
+  auto string = stringIn(kCFStringEncodingUTF8, text);
+  return string ? std::move(string) : stringIn(kCFStringEncodingISOLatin1, text);
 }
 
 CoreFoundationReference<CFTypeRef> platformValue(const PropertyValue& value) {

@@ -18,6 +18,7 @@ CoreFoundationReference<CFTypeRef> platformValue(const PropertyValue& value);
 CoreFoundationReference<CFDictionaryRef> platformDictionary(
     const PropertyValue::Dictionary& dictionary);
 
+/// A text that is no UTF-8 is taken byte by byte, each for the character of its number.
 CoreFoundationReference<CFStringRef> platformString(const std::string& text);
 
 /// Nothing when `object` is null or not a text.
