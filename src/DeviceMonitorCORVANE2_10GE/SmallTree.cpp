@@ -1,42 +1,15 @@
 #include "DeviceMonitorCORVANE2_10GE/SmallTree.h"
 
-#include <mutex>
-#include <vector>
-
 namespace corvane {
 
-namespace {
-
-struct Record {
-  std::string macaddr;
-  std::string pcidebug;
-};
-
-struct SmallTree {
-  std::mutex mutex;  ///< guards records
-  std::vector<Record> records;
-};
-
-SmallTree& smallTree() {
-  static SmallTree tree;
-  return tree;
+void saveFUCKsmalltree(SmallTree& tree, const std::string& macaddr, const std::string& pcidebug) {
+  std::lock_guard guard(tree.mutex_);
+  tree.records_.push_back({macaddr, pcidebug});
 }
 
-}  // namespace
-
-void initFUCKsmalltree() {
-  std::lock_guard guard(smallTree().mutex);
-  smallTree().records.clear();
-}
-
-void saveFUCKsmalltree(const std::string& macaddr, const std::string& pcidebug) {
-  std::lock_guard guard(smallTree().mutex);
-  smallTree().records.push_back({macaddr, pcidebug});
-}
-
-std::string getFUCKsmalltree(const std::string& macaddr) {
-  std::lock_guard guard(smallTree().mutex);
-  auto& records = smallTree().records;
+std::string getFUCKsmalltree(SmallTree& tree, const std::string& macaddr) {
+  std::lock_guard guard(tree.mutex_);
+  auto& records = tree.records_;
   std::string pcidebug;
   // The index advances after a removal as well; the record that slid into the place is left alone.
   for (size_t index = 0; index < records.size(); ++index) {

@@ -3,19 +3,16 @@
 #include <memory>
 
 #include "DeviceMonitorCORVANE2_10GE/Corvane2Device_10GE.h"
-#include "discovery/DeviceTable.h"
+#include "DeviceMonitorCORVANE2_10GE/SmallTree.h"
+#include "discovery/AdapterPairing.h"
 #include "discovery/StopToken.h"
-#include "discovery/WorkGate.h"
-#include "platform/Platform.h"
 
 namespace corvane {
 
-/// What the 10GbE monitor hands to its callbacks.
-struct callbackRef_10GE {
-  Platform platform;
-  std::shared_ptr<DeviceTable<Corvane2Device_10GE>> deviceList;  ///< by PCI bus number
-  std::shared_ptr<WorkGate> gate;  ///< what the monitor leaves on a queue passes it
-  StopToken stopping;              ///< ends the waiting for an interface's name
+/// What the 10GbE monitor hands to its callbacks; the adapters are filed by PCI bus number.
+struct callbackRef_10GE : PairingContext<Corvane2Device_10GE> {
+  std::shared_ptr<SmallTree> fuckSmallTree;
+  StopToken stopping;  ///< ends the waiting for an interface's name
 };
 
 }  // namespace corvane

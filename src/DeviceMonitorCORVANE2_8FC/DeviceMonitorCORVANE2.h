@@ -1,15 +1,13 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
 
 #include "DeviceMonitorCORVANE2_8FC/callbackRef.h"
-#include "discovery/ServiceNotifications.h"
-#include "platform/Platform.h"
+#include "discovery/AdapterMonitor.h"
 
 namespace corvane {
 
@@ -20,28 +18,13 @@ namespace corvane {
 /// disks behind the adapters.
 ///
 /// start() and stop() belong to the thread that owns the monitor; any thread may ask.
-class DeviceMonitorCORVANE2 {
+class DeviceMonitorCORVANE2 final : public AdapterMonitor {
  public:
   /// What the platform refers to outlives the monitor.
   explicit DeviceMonitorCORVANE2(const Platform& platform);
 
   /// Stops the monitor if it was not stopped yet.
-  ~DeviceMonitorCORVANE2();
-
-  DeviceMonitorCORVANE2(const DeviceMonitorCORVANE2&) = delete;
-  DeviceMonitorCORVANE2& operator=(const DeviceMonitorCORVANE2&) = delete;
-
-  /// `started` is called on the monitor's thread once the registration has succeeded (0) or failed
-  /// (4096), be it by an exception; by then the ports present have been reported. Set it before
-  /// start().
-  void whenStarted(std::function<void(int32_t status)> started);
-
-  /// Runs the monitor on a thread of the default-priority global queue and returns at once.
-  void start();
-
-  /// Registers and serves the current thread's run loop until stop(). Returns 0, or 4096 when a
-  /// registration failed and no adapter will ever be reported; log lines tell which step it was.
-  int32_t startMonitorRunLoop();
+  ~DeviceMonitorCORVANE2() override;
 
   /// The monitor's registrations with the registry and with disk arbitration, on its thread. Each
   /// returns 0 or 4096.
@@ -61,35 +44,26 @@ class DeviceMonitorCORVANE2 {
   /// The BSD names of the disks and partitions behind the adapters, in no particular order.
   std::vector<std::string> getBSDVolumeList() const;
 
-  /// Ends the run loop, waits for the monitor's thread and drops every adapter. Nothing is posted
-  /// after it; a stopped monitor stays stopped. Never call it from a notification's observer.
-  void stop();
-
  private:
-  void endRunLoop();
-  void unscheduleSession();
-  void tearDown();
-  void dropDevices();
+  int32_t registerEvents() override;
+  void prepareToStop() override;
+  void releaseOwn() override;
+  void dropDevices() override;
 
-  const Platform platform_;
-  std::unique_ptr<callbackRef> callbackRef_;
-  std::function<void(int32_t)> started_;
-  bool stopped_ = false;
+  callbackRef callbackRef_;
 
   // The monitor thread's, and after it has ended the owner's.
-  SharedDictionary ioPropertyMatchDic_;
-  SharedDictionary ioPropertyMatchSubDic_;
   SharedDictionary ioPropertyChildDic_;
   SharedDictionary ioPropertyChildSubDic_;
-  ServiceNotifications notifications_;
-  RegistryObject ioDeviceAppeared_;
-  RegistryObject ioDeviceDisappeared_;
   RegistryObject ioChildAppeared_;
   RegistryObject ioChildDisappeared_;
 
   std::mutex mutex_;  ///< guards session_
   std::unique_ptr<DiskSession> session_;
 };
+
+/// Drops the ports on record that have left untold. On the monitor's thread.
+void forgetDeparted(callbackRef& reference);
 
 // The callbacks; the context is the monitor's callbackRef.
 void corvane2Appeared(void* context, RegistryHandle iterator);

@@ -30,6 +30,14 @@ class DeviceTable {
     devices_.erase(key);
   }
 
+  /// The adapters that are in it now, in no particular order.
+  std::vector<std::shared_ptr<Device>> all() const {
+    std::lock_guard guard(mutex_);
+    std::vector<std::shared_ptr<Device>> devices;
+    for (const auto& [key, device] : devices_) devices.push_back(device);
+    return devices;
+  }
+
   /// Empties the table and hands out what was in it.
   std::vector<std::shared_ptr<Device>> takeAll() {
     std::lock_guard guard(mutex_);

@@ -70,15 +70,26 @@ class PairedPorts {
     return port2_;
   }
 
-  /// The record's lock. The same thread may hold it several times.
-  [[nodiscard]] std::unique_lock<std::recursive_mutex> lock() const {
-    return std::unique_lock(mutex_);
-  }
-
- protected:
+  /// The identity of the first port that was taken. Unset before.
   std::optional<std::string> identity() const {
     const auto held = lock();
     return identity_;
+  }
+
+  /// Whether the port with that port's key is there by another service: the adapter was plugged in
+  /// again before its former self's departure was told.
+  bool holdsSuccessorOf(const Port& port) const {
+    const auto held = lock();
+    for (const auto& each : {port1_, port2_}) {
+      if (!hasService(each) || !each->key() || !port.key() || *each->key() != *port.key()) continue;
+      if (each->portService() != port.portService()) return true;
+    }
+    return false;
+  }
+
+  /// The record's lock. The same thread may hold it several times.
+  [[nodiscard]] std::unique_lock<std::recursive_mutex> lock() const {
+    return std::unique_lock(mutex_);
   }
 
  private:

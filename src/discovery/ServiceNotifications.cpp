@@ -11,14 +11,27 @@ bool logged(Log& log, bool succeeded, const std::string& call) {
 
 }  // namespace
 
-SharedDictionary createLoggedDictionary(Registry& registry, Log& log) {
-  SharedDictionary dictionary = registry.createMutableDictionary();
-  logged(log, dictionary != nullptr, "CFDictionaryCreateMutable");
-  return dictionary;
+bool createMatching(const Platform& platform, SharedDictionary& matching,
+                    SharedDictionary& propertyMatch) {
+  for (auto* dictionary : {&matching, &propertyMatch}) {
+    *dictionary = platform.registry.createMutableDictionary();
+    if (!logged(platform.log, *dictionary != nullptr, "CFDictionaryCreateMutable")) return false;
+  }
+  return true;
 }
 
 ServiceNotifications::ServiceNotifications(Registry& registry, RunLoops& runLoops, Log& log)
     : registry_(registry), runLoops_(runLoops), log_(log) {}
+
+int32_t ServiceNotifications::watchBoth(const SharedDictionary& matching, MatchingCallback appeared,
+                                        MatchingCallback disappeared, void* context,
+                                        RegistryObject& appearedIterator,
+                                        RegistryObject& disappearedIterator) {
+  if (open() != 0) return registrationFailed;
+  if (watch(firstMatchNotification, matching, appeared, context, appearedIterator) != 0)
+    return registrationFailed;
+  return watch(terminateNotification, matching, disappeared, context, disappearedIterator);
+}
 
 int32_t ServiceNotifications::open() {
   if (ioNotifyPortRef_) return 0;

@@ -65,8 +65,9 @@ class FakeRegistry : public Registry {
     entries_.at(entry).refusesProperties = true;
   }
 
-  // Coming and going. A published entry matches from then on; each call tells the notifications
-  // that are armed, once for all the entries given.
+  // Coming and going. A published entry matches from then on; a terminated one has no parent and no
+  // children any more. Each call tells the notifications that are armed, once for all the entries
+  // given; one that is not armed finds them in its iterator.
 
   void publish(const std::vector<RegistryHandle>& arrived) {
     tell(firstMatchNotification, mark(arrived, true));
@@ -79,8 +80,8 @@ class FakeRegistry : public Registry {
       std::copy_if(gone.begin(), gone.end(), std::back_inserter(known),
                    [this](RegistryHandle each) { return entries_.at(each).published; });
     }
-    tell(terminateNotification, known);
     mark(gone, false);
+    tell(terminateNotification, known);
   }
 
   // Failing.
@@ -136,7 +137,7 @@ class FakeRegistry : public Registry {
     parent = 0;
     if (failParent || !use(entry) || plane != std::string(servicePlane)) return statusFailure;
     const RegistryHandle found = entries_.at(entry).parent;
-    if (found == 0) return statusFailure;
+    if (found == 0 || !entries_.at(entry).present) return statusFailure;
     parent = give(found);
     return statusSuccess;
   }
@@ -146,7 +147,7 @@ class FakeRegistry : public Registry {
     child = 0;
     if (failChild || !use(entry) || plane != std::string(servicePlane)) return statusFailure;
     const auto& children = entries_.at(entry).children;
-    if (children.empty()) return statusFailure;
+    if (children.empty() || !entries_.at(entry).present) return statusFailure;
     child = give(children.front());
     return statusSuccess;
   }
@@ -223,7 +224,10 @@ class FakeRegistry : public Registry {
     std::lock_guard guard(mutex_);
     if (references_[iterator] <= 0) ++usesAfterRelease;
     auto& waiting = queues_[iterator];
-    if (waiting.empty()) return 0;
+    if (waiting.empty()) {
+      arm(iterator);
+      return 0;
+    }
     const RegistryHandle service = waiting.front();
     waiting.pop_front();
     return service;
@@ -283,6 +287,7 @@ class FakeRegistry : public Registry {
     MatchingCallback callback;
     void* context;
     RegistryHandle iterator;
+    bool armed = false;  ///< drained since it was told last
   };
 
   /// Whether a handle may be used at all: an entry that a reference is held of, or that the test
@@ -310,6 +315,11 @@ class FakeRegistry : public Registry {
                        });
   }
 
+  void arm(RegistryHandle iterator) {
+    for (auto& registration : registrations_)
+      if (registration.iterator == iterator) registration.armed = true;
+  }
+
   void queue(RegistryHandle iterator, RegistryHandle service) {
     queues_[iterator].push_back(give(service));
   }
@@ -327,7 +337,7 @@ class FakeRegistry : public Registry {
     std::vector<Registration> concerned;
     {
       std::lock_guard guard(mutex_);
-      for (const auto& registration : registrations_) {
+      for (auto& registration : registrations_) {
         if (registration.type != type) continue;
         bool any = false;
         for (const auto service : services) {
@@ -335,7 +345,7 @@ class FakeRegistry : public Registry {
           queue(registration.iterator, service);
           any = true;
         }
-        if (any) concerned.push_back(registration);
+        if (any && std::exchange(registration.armed, false)) concerned.push_back(registration);
       }
     }
     for (const auto& registration : concerned) deliver(registration);

@@ -14,7 +14,8 @@ namespace corvane {
 /// Work for the run loop that the source was added to.
 class FakeRunLoopSource : public RunLoopSource {
  public:
-  /// Runs `work` on the loop's thread while the loop runs there, else at once on the caller's.
+  /// Runs `work` on the loop's thread while the loop runs there, else at once on the caller's, yet
+  /// never inside other work of the loop's: then that one's caller runs it afterwards.
   void signal(std::function<void()> work);
 
  private:
@@ -57,34 +58,37 @@ class FakeRunLoop : public RunLoop, public std::enable_shared_from_this<FakeRunL
     running_ = stopped_ = false;
   }
 
-  /// False when the loop does not run: the caller does the work itself.
-  bool accept(std::function<void()>& work) {
-    std::lock_guard guard(mutex_);
-    if (!blocking || (!running_ && runs > 0)) return false;
+  /// Work for the loop's thread, or when the loop does not run, for the caller's.
+  void serve(std::function<void()> work) {
+    std::unique_lock lock(mutex_);
     work_.push_back(std::move(work));
     wake_.notify_all();
-    return true;
+    if (serving_ || (blocking && (running_ || runs == 0))) return;
+    while (!work_.empty()) serveOne(lock);
   }
 
  private:
   void serveOne(std::unique_lock<std::mutex>& lock) {
     auto work = std::move(work_.front());
     work_.pop_front();
+    serving_ = true;
     lock.unlock();
     work();
     lock.lock();
+    serving_ = false;
   }
 
   std::mutex mutex_;
   std::condition_variable wake_;
   std::deque<std::function<void()>> work_;
   bool running_ = false;
+  bool serving_ = false;
   bool stopped_ = false;
 };
 
 inline void FakeRunLoopSource::signal(std::function<void()> work) {
-  const auto loop = loop_.lock();
-  if (!loop || !loop->accept(work)) work();
+  if (const auto loop = loop_.lock()) return loop->serve(std::move(work));
+  work();
 }
 
 /// One run loop, whichever thread asks.

@@ -2,12 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
 #include <vector>
 
 #include "fakes/FakePlatform.h"
 #include "fakes/ManualDispatch.h"
 
 namespace corvane {
+
+/// What a monitor's registration leaves in the log.
+inline const std::vector<std::string> monitorStartLines{
+    "CFDictionaryCreateMutable successfully", "CFDictionaryCreateMutable successfully",
+    "IONotificationPortCreate successfully", "IONotificationPortGetRunLoopSource successfully"};
 
 /// A monitor on a computer made of fakes, with a virtual clock.
 template <typename Monitor>

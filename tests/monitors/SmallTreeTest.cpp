@@ -6,49 +6,50 @@ namespace {
 
 class SmallTreeTest : public ::testing::Test {
  protected:
-  void SetUp() override { initFUCKsmalltree(); }
+  SmallTree tree;
 };
 
 }  // namespace
 
 TEST_F(SmallTreeTest, UnknownAddressGivesTheEmptyText) {
-  EXPECT_EQ(getFUCKsmalltree("00:1B:21:AA:BB:CC"), "");
+  EXPECT_EQ(getFUCKsmalltree(tree, "00:1B:21:AA:BB:CC"), "");
 }
 
 TEST_F(SmallTreeTest, AFoundRecordIsTakenOut) {
-  saveFUCKsmalltree("a", "12");
-  saveFUCKsmalltree("b", "13");
-  EXPECT_EQ(getFUCKsmalltree("a"), "12");
-  EXPECT_EQ(getFUCKsmalltree("a"), "");
-  EXPECT_EQ(getFUCKsmalltree("b"), "13");
+  saveFUCKsmalltree(tree, "a", "12");
+  saveFUCKsmalltree(tree, "b", "13");
+  EXPECT_EQ(getFUCKsmalltree(tree, "a"), "12");
+  EXPECT_EQ(getFUCKsmalltree(tree, "a"), "");
+  EXPECT_EQ(getFUCKsmalltree(tree, "b"), "13");
 }
 
 TEST_F(SmallTreeTest, TheRecordAfterARemovedOneIsSkipped) {
-  saveFUCKsmalltree("a", "first");
-  saveFUCKsmalltree("a", "second");
-  saveFUCKsmalltree("a", "third");
-  EXPECT_EQ(getFUCKsmalltree("a"), "third") << "the first and the third are visited";
-  EXPECT_EQ(getFUCKsmalltree("a"), "second") << "the second was skipped";
-  EXPECT_EQ(getFUCKsmalltree("a"), "");
+  saveFUCKsmalltree(tree, "a", "first");
+  saveFUCKsmalltree(tree, "a", "second");
+  saveFUCKsmalltree(tree, "a", "third");
+  EXPECT_EQ(getFUCKsmalltree(tree, "a"), "third") << "the first and the third are visited";
+  EXPECT_EQ(getFUCKsmalltree(tree, "a"), "second") << "the second was skipped";
+  EXPECT_EQ(getFUCKsmalltree(tree, "a"), "");
 }
 
 TEST_F(SmallTreeTest, TheLastRecordVisitedCounts) {
-  saveFUCKsmalltree("a", "12");
-  saveFUCKsmalltree("b", "13");
-  saveFUCKsmalltree("a", "14");
-  EXPECT_EQ(getFUCKsmalltree("a"), "14");
-  EXPECT_EQ(getFUCKsmalltree("a"), "");
+  saveFUCKsmalltree(tree, "a", "12");
+  saveFUCKsmalltree(tree, "b", "13");
+  saveFUCKsmalltree(tree, "a", "14");
+  EXPECT_EQ(getFUCKsmalltree(tree, "a"), "14");
+  EXPECT_EQ(getFUCKsmalltree(tree, "a"), "");
 }
 
 TEST_F(SmallTreeTest, ASkippedRecordOfAnotherAddressStays) {
-  saveFUCKsmalltree("a", "12");
-  saveFUCKsmalltree("b", "13");
-  EXPECT_EQ(getFUCKsmalltree("a"), "12");
-  EXPECT_EQ(getFUCKsmalltree("b"), "13");
+  saveFUCKsmalltree(tree, "a", "12");
+  saveFUCKsmalltree(tree, "b", "13");
+  EXPECT_EQ(getFUCKsmalltree(tree, "a"), "12");
+  EXPECT_EQ(getFUCKsmalltree(tree, "b"), "13");
 }
 
-TEST_F(SmallTreeTest, EachInitialisationReplacesTheList) {
-  saveFUCKsmalltree("a", "12");
-  initFUCKsmalltree();
-  EXPECT_EQ(getFUCKsmalltree("a"), "");
+TEST_F(SmallTreeTest, EachListIsItsOwn) {
+  saveFUCKsmalltree(tree, "a", "12");
+  SmallTree another;
+  EXPECT_EQ(getFUCKsmalltree(another, "a"), "");
+  EXPECT_EQ(getFUCKsmalltree(tree, "a"), "12");
 }
