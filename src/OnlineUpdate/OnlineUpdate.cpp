@@ -5,13 +5,13 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cerrno>
 #include <chrono>
 #include <filesystem>
-#include <limits>
 #include <string_view>
 #include <utility>
+
+#include "discovery/FirmwareVersion.h"
 
 namespace corvane {
 
@@ -30,9 +30,6 @@ constexpr const char* selectedColumn = "selected";
 constexpr const char* titleColumn = "title";
 constexpr const char* versionColumn = "version";
 
-constexpr size_t comparedComponents = 4;
-using VersionComponents = std::array<int64_t, comparedComponents>;
-
 bool contains(const std::string& text, std::string_view part) {
   return text.find(part) != std::string::npos;
 }
@@ -43,34 +40,6 @@ UpdateDownload cancelledDownload() {
 
 AlertContent warningAlert(const std::string& message, const std::string& informativeText) {
   return {message, informativeText, {{"Ok"}}, "corvane_warning.icns"};
-}
-
-/// The whole number that a text begins with, after blanks; 0 when it begins with none. Numbers that
-/// are too large count as the largest.
-int64_t leadingNumber(std::string_view text) {
-  const auto isBlank = [](unsigned char character) { return std::isspace(character) != 0; };
-  while (!text.empty() && isBlank(static_cast<unsigned char>(text.front()))) text.remove_prefix(1);
-  const bool negative = !text.empty() && text.front() == '-';
-  if (negative || (!text.empty() && text.front() == '+')) text.remove_prefix(1);
-  constexpr int64_t largest = std::numeric_limits<int64_t>::max();
-  int64_t value = 0;
-  for (const char character : text) {
-    if (character < '0' || character > '9') break;
-    const int64_t digit = character - '0';
-    value = value > (largest - digit) / 10 ? largest : value * 10 + digit;
-  }
-  return negative ? -value : value;
-}
-
-VersionComponents versionComponents(std::string_view version) {
-  VersionComponents components{};
-  for (int64_t& component : components) {
-    const size_t dot = version.find('.');
-    component = leadingNumber(version.substr(0, dot));
-    if (dot == std::string_view::npos) break;
-    version.remove_prefix(dot + 1);
-  }
-  return components;
 }
 
 std::string withoutTrailingSlashes(std::string url) {
@@ -217,12 +186,7 @@ void OnlineUpdate::addCandidate(UpdateDevice candidate) {
 }
 
 int64_t OnlineUpdate::checkPackageVersion(const std::string& local, const std::string& online) {
-  const VersionComponents installed = versionComponents(local);
-  const VersionComponents offered = versionComponents(online);
-  for (size_t index = 0; index < comparedComponents; ++index) {
-    if (offered[index] > installed[index]) return 1;
-  }
-  return 0;
+  return offersMore(local, online) ? 1 : 0;
 }
 
 void OnlineUpdate::cancelUpdate() {

@@ -22,7 +22,8 @@ inline constexpr size_t segmentCount = 7;
 
 enum class SegmentState { Good, Bad, Unknown, NotAsked };
 
-/// One port of the adapter with that WWN and label.
+/// One port of the adapter with that WWN and label; 0 stands for an adapter off the device list as
+/// a whole.
 struct PortName {
   std::string label;
   std::string WWN;

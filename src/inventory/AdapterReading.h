@@ -57,6 +57,9 @@ struct UnlistedAdapter {
   bool isUnnamed = false;
   int64_t unnamedPort = 0;  ///< 1 or 2; 0 when none is
 
+  /// It was attached so lately that discovery still gives it time to appear.
+  bool isArriving = false;
+
   bool operator==(const UnlistedAdapter&) const = default;
 };
 
