@@ -38,6 +38,20 @@ std::vector<std::string> diskNames(const std::vector<VolumeLeftOff>& volumes) {
   return names;
 }
 
+std::string volumesText(const std::vector<VolumeLeftOff>& volumes) {
+  constexpr size_t dateLength = 10;
+  const std::string names = listed(diskNames(volumes));
+  const std::string date = volumes.front().since.substr(0, dateLength);
+  if (volumes.size() == 1)
+    return date.empty()
+               ? fmt::format("1 volume is still off since an update: {}.", names)
+               : fmt::format("1 volume is still off since the update of {}: {}.", date, names);
+  return date.empty()
+             ? fmt::format("{} volumes are still off since an update: {}.", volumes.size(), names)
+             : fmt::format("{} volumes are still off since the update of {}: {}.", volumes.size(),
+                           date, names);
+}
+
 /// The ports under which the volumes are.
 std::vector<Place> portsUnder(const Look& look, const std::vector<VolumeLeftOff>& volumes) {
   std::vector<Place> places;
@@ -70,15 +84,10 @@ bool isInterfaceMissing(const PortFacts& port) {
 constinit const WideRule volumesUnmounted{[](const Look& look) -> std::vector<Said> {
   const auto& volumes = look.reading().leftUnmounted;
   if (volumes.empty() || look.reading().runningUpdate) return {};
-  constexpr size_t dateLength = 10;
-  const std::string& since = volumes.front().since;
-  const std::string update =
-      since.empty() ? "an update" : "the update of " + since.substr(0, dateLength);
-  return {{{fmt::format("{} {} still off since {}: {}.", counted(volumes.size(), "volume"),
-                        volumes.size() == 1 ? "is" : "are", update, listed(diskNames(volumes))),
-            "Mount them: `corvane volumes mount`, or the button in the window."},
-           portsUnder(look, volumes),
-           {}}};
+  return {
+      {{volumesText(volumes), "Mount them: `corvane volumes mount`, or the button in the window."},
+       portsUnder(look, volumes),
+       {}}};
 }};
 
 constinit const PortRule interfaceMissing{

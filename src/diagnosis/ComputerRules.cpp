@@ -63,14 +63,18 @@ std::string labelsAndProducts(const Look& look, const std::vector<size_t>& indic
 std::optional<Said> missingDriver(const Look& look, AdapterFamily family) {
   const auto adapters = unlistedWithFunctions(look, family);
   if (!look.lacksBundle(family) || look.isServed(family) || adapters.empty()) return std::nullopt;
-  const std::string need =
-      adapters.size() == 1 ? "1 adapter needs" : fmt::format("{} adapters need", adapters.size());
-  return Said{{fmt::format("No {} driver is installed; {} it: {}.", familyWords(family), need,
-                           labelsAndProducts(look, adapters)),
-               fmt::format("Install the {} driver package, allow it when the system asks, restart.",
-                           familyWords(family))},
-              unlistedPlaces(adapters),
-              {}};
+  const std::string name = familyWords(family);
+  const std::string needy = labelsAndProducts(look, adapters);
+  const std::string text =
+      adapters.size() == 1
+          ? fmt::format("No {} driver is installed; 1 adapter needs it: {}.", name, needy)
+          : fmt::format("No {} driver is installed; {} adapters need it: {}.", name,
+                        adapters.size(), needy);
+  return Said{
+      {text, fmt::format("Install the {} driver package, allow it when the system asks, restart.",
+                         familyWords(family))},
+      unlistedPlaces(adapters),
+      {}};
 }
 
 /// Whether the adapter's services are another driver's than the one selected.
@@ -180,14 +184,17 @@ std::optional<Said> oldDriver(const Look& look, AdapterFamily family) {
   const auto version = versionInUse(look, family);
   if (!version || version->empty() || compareDriverVersion(family, *version) == 0)
     return std::nullopt;
-  const char* const lost =
-      family == AdapterFamily::FibreChannel ? "modules are" : "module, preset and offload are";
-  return Said{{fmt::format("The {} driver {} is too old: {} not read.", familyWords(family),
-                           *version, lost),
-               fmt::format("Install the current {} driver and restart.", familyWords(family))},
-              look.portsOf(family),
-              {},
-              true};
+  const std::string name = familyWords(family);
+  const std::string text =
+      family == AdapterFamily::FibreChannel
+          ? fmt::format("The {} driver {} is too old: modules are not read.", name, *version)
+          : fmt::format("The {} driver {} is too old: module, preset and offload are not read.",
+                        name, *version);
+  return Said{
+      {text, fmt::format("Install the current {} driver and restart.", familyWords(family))},
+      look.portsOf(family),
+      {},
+      true};
 }
 
 std::optional<Said> stoppedMonitor(const Look& look, AdapterFamily family) {
@@ -380,12 +387,11 @@ constinit const WideRule updateRunning{[](const Look& look) -> std::vector<Said>
   const auto& update = look.reading().runningUpdate;
   if (!update) return {};
   const std::string adapter = update->label.empty() ? "an adapter" : update->label;
-  const std::string since = update->since.empty() ? "" : " since " + update->since;
-  return {{{fmt::format("{} has been updating {}{}.", update->program, adapter, since),
-            "Wait until it ends; do not unplug anything on that chain."},
-           {},
-           {},
-           true}};
+  const std::string text = update->since.empty()
+                               ? fmt::format("{} has been updating {}.", update->program, adapter)
+                               : fmt::format("{} has been updating {} since {}.", update->program,
+                                             adapter, update->since);
+  return {{{text, "Wait until it ends; do not unplug anything on that chain."}, {}, {}, true}};
 }};
 
 constinit const WideRule noAdapter{[](const Look& look) -> std::vector<Said> {

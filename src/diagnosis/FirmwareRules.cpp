@@ -62,10 +62,6 @@ bool isBeingUpdated(const Look& look, size_t adapter) {
          (update->label.empty() || update->label == look.reading().adapters[adapter].label);
 }
 
-std::string onDate(const std::optional<ReadingTime>& time) {
-  return time ? " on " + dateOf(*time) : std::string();
-}
-
 struct NewestFirmware {
   std::string version;
   std::vector<std::string> labels;
@@ -91,9 +87,17 @@ constinit const WideRule firmwareNotTaken{[](const Look& look) {
       look, [&look](size_t adapter, const std::string& running) -> std::optional<Words> {
         const FlashedFirmware* const flashed = otherFlashed(look, adapter, running);
         if (flashed == nullptr || !flashed->isAttachedAgain) return std::nullopt;
-        return Words{fmt::format("Firmware {} was flashed{}; after being attached again the "
-                                 "adapter still runs {}.",
-                                 trimmedVersion(flashed->version), onDate(flashed->time), running),
+        const std::string version = trimmedVersion(flashed->version);
+        const std::string text =
+            flashed->time ? fmt::format(
+                                "Firmware {} was flashed on {}; after being attached again the "
+                                "adapter still runs {}.",
+                                version, dateOf(*flashed->time), running)
+                          : fmt::format(
+                                "Firmware {} was flashed; after being attached again the adapter "
+                                "still runs {}.",
+                                version, running);
+        return Words{text,
                      "Flash it again and read what the update says; then another package; then "
                      "repair."};
       });

@@ -111,6 +111,15 @@ std::string linkDownReason(SomePorts ports) {
                      moduleWords(*ports.back()));
 }
 
+const char* idleText(bool areBoth, bool areGood) {
+  if (areBoth)
+    return areGood ? "Neither port has a link; the modules are good, and nothing shows that they "
+                     "were ever used."
+                   : "Neither port has a link; nothing shows that they were ever used.";
+  return areGood ? "No link; the module is good, and nothing shows that it was ever used."
+                 : "No link; nothing shows that it was ever used.";
+}
+
 std::string forcedSettings(const PortFacts& port) {
   if (port.setSpeed() == speedAutomatic) return "topology set to Arbitrated Loop";
   const std::string speed = "speed set to " + speedWords(port.setSpeed());
@@ -217,8 +226,7 @@ constinit const PortRule linkIdle{
              (port.hasGoodModule() || (isModuleUnknown(port) && !look.sister(port).hasLink()));
     },
     [](const Look&, SomePorts ports) {
-      const char* const module = haveAllGoodModules(ports) ? "the module is good, and " : "";
-      return Words{fmt::format("{}; {}nothing shows that it was ever used.", noLink(ports), module),
+      return Words{idleText(ports.size() > 1, haveAllGoodModules(ports)),
                    "If a cable is plugged in: see that the other end is on, push in both plugs, "
                    "swap the two fibres, try a cable that works. If it is a spare: nothing; the "
                    "warning goes by itself after a week, or with the module."};

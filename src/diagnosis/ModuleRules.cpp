@@ -47,10 +47,12 @@ std::string whyUnreadable(const PortFacts& port) {
 std::string wrongFibreChannelModule(const PortFacts& port) {
   const TransceiverFacts& facts = *port.transceiver();
   const std::vector<std::string> kinds = kindNames(facts);
-  const std::string kind = kinds.empty() ? "" : fmt::format(" ({})", listed(kinds));
-  std::string text = fmt::format("{} a {} module{}; this port needs {}.",
-                                 port.hasLink() ? "Carries a link although:" : "No link:",
-                                 signallingRateWords(facts), kind, neededWords(port));
+  const std::string rate = signallingRateWords(facts);
+  const std::string start = port.hasLink() ? "Carries a link although:" : "No link:";
+  std::string text = kinds.empty() ? fmt::format("{} a {} module; this port needs {}.", start, rate,
+                                                 neededWords(port))
+                                   : fmt::format("{} a {} module ({}); this port needs {}.", start,
+                                                 rate, listed(kinds), neededWords(port));
   const auto common = commonSpeeds(port, facts.speeds());
   if (facts.base().fits() && !common.empty())
     text += fmt::format(" It names {} itself.", speedsWords(common));

@@ -66,11 +66,15 @@ constinit const PortRule driverNoAnswer{
       return isWithoutAnswer(port) && !look.reading().runningUpdate;
     },
     [](const Look&, SomePorts ports) {
-      const std::string which = ports.size() > 1 ? "either" : "this";
-      return Words{
-          fmt::format("The driver does not answer for {} port ({}); nothing of it is known.", which,
-                      driverStatus(*ports.front())),
-          "Unplug the adapter and attach it again; restart; then collect the logs."};
+      const std::string status = driverStatus(*ports.front());
+      return Words{ports.size() > 1
+                       ? fmt::format("The driver answers for neither port ({}); nothing of them is "
+                                     "known.",
+                                     status)
+                       : fmt::format("The driver does not answer for this port ({}); nothing of it "
+                                     "is known.",
+                                     status),
+                   "Unplug the adapter and attach it again; restart; then collect the logs."};
     }};
 
 constinit const PortRule speedUnsupported{

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "launch/LaunchFailure.h"
+#include "ui/controls/FindingTexts.h"
 
 namespace corvane {
 
@@ -116,7 +117,11 @@ struct Pattern {
 };
 
 const std::vector<Pattern>& patterns() {
-  static const std::vector<Pattern> all(controllerPatterns.begin(), controllerPatterns.end());
+  static const std::vector<Pattern> all = [] {
+    std::vector<Pattern> every(controllerPatterns.begin(), controllerPatterns.end());
+    for (const char* text : findingTexts) every.emplace_back(text);
+    return every;
+  }();
   return all;
 }
 
@@ -124,13 +129,13 @@ QString translated(const std::string& text) {
   return QCoreApplication::translate(controllerContext, text.c_str());
 }
 
-/// The pattern's translation with what stands in the places, itself translated where it is ours.
+/// The pattern's translation with what stands in the places, itself shown in the user's language.
 QString filled(const QString& pattern, const QRegularExpressionMatch& places) {
   QStringList pieces = pattern.split('%');
   QString text = pieces.takeFirst();
   for (const QString& piece : pieces) {
     const QString content = places.captured(piece.front().digitValue());
-    text += translated(content.toStdString()) + piece.mid(1);
+    text += shownText(content.toStdString()) + piece.mid(1);
   }
   return text;
 }
