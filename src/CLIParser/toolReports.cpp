@@ -1,8 +1,6 @@
 #include "CLIParser/toolReports.h"
 
 #include <array>
-#include <charconv>
-#include <limits>
 #include <system_error>
 
 namespace corvane {
@@ -102,14 +100,6 @@ constexpr std::array media = {
 };
 
 }  // namespace
-
-int64_t leadingInteger(std::string_view text) {
-  const std::string_view digits = text.substr(0, text.find_first_not_of("0123456789"));
-  int64_t value = 0;
-  const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-  const bool tooLarge = result.ec == std::errc::result_out_of_range;
-  return tooLarge ? std::numeric_limits<int64_t>::max() : value;
-}
 
 std::optional<std::string> settingValue(std::string_view report) {
   const auto value = secondPiece(report, '=');

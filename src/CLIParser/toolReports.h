@@ -5,13 +5,11 @@
 #include <string>
 #include <string_view>
 
+#include "text/WholeNumber.h"
+
 /// What the adapter utility and `ifconfig` print, taken apart. Pure functions of the text that a
 /// command left in the scratch file; any text is accepted, none is trusted.
 namespace corvane {
-
-/// The decimal number that `text` begins with: its leading digits, the largest 64-bit number when
-/// they name a larger one, 0 when there are none.
-int64_t leadingInteger(std::string_view text);
 
 /// The value in a report such as "RxRingSize=512\n": what stands between the first "=" and the
 /// second one or the end, line ends included. Nothing when there is no "=".

@@ -2,8 +2,8 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdlib>
-#include <string>
+
+#include "text/WholeNumber.h"
 
 namespace corvane {
 
@@ -20,7 +20,7 @@ std::array<int64_t, 3> components(std::string_view version) {
   for (auto& number : numbers) {
     if (start == std::string_view::npos) break;
     const size_t end = version.find('.', start);
-    number = std::strtoll(std::string(version.substr(start, end - start)).c_str(), nullptr, 10);
+    number = leadingWideNumber(version.substr(start, end - start));
     start = end == std::string_view::npos ? end : end + 1;
   }
   return numbers;

@@ -1,13 +1,13 @@
 #include "fibre_channel/SFPDecoder.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <array>
 #include <string_view>
 
 #include "fibre_channel/FibreChannelProtocol.h"
+#include "text/Hexadecimal.h"
 
 namespace corvane {
 
@@ -48,10 +48,6 @@ std::string encodingText(uint64_t encoding) {
   return fmt::format("{:X}", encoding);
 }
 
-std::string hexadecimalPairs(std::span<const uint8_t> bytes) {
-  return fmt::format("{:02X}", fmt::join(bytes, "-"));
-}
-
 std::string dateText(std::span<const uint8_t> code) {
   std::string text;
   for (size_t index = 0; index < code.size(); ++index) {
@@ -74,14 +70,14 @@ void describeModule(const StructureReader& reply, SFPDescription& description) {
   description.bitRate = bitRate;
   description.Transceiver = identifierText(reply.number(SfpInfoStruct::identifier));
   description.Connector = connectorText(reply.number(SfpInfoStruct::connector));
-  description.TransceiverCode = hexadecimalPairs(reply.bytes(SfpInfoStruct::complianceCodes));
+  description.TransceiverCode = upperHexadecimal(reply.bytes(SfpInfoStruct::complianceCodes), "-");
   description.SerialEncoding = encodingText(reply.number(SfpInfoStruct::encoding));
   description.Bitrate = fmt::format("{} Gb/s", bitRate);
 }
 
 void describeVendor(const StructureReader& reply, SFPDescription& description) {
   description.VendorName = reply.text(SfpInfoStruct::vendorName);
-  description.VendorOUI = hexadecimalPairs(reply.bytes(SfpInfoStruct::vendorOUI));
+  description.VendorOUI = upperHexadecimal(reply.bytes(SfpInfoStruct::vendorOUI), "-");
   description.VendorPN = reply.text(SfpInfoStruct::vendorPartNumber);
   description.VendorRev = reply.text(SfpInfoStruct::vendorRevision);
   description.VendorSN = reply.text(SfpInfoStruct::vendorSerialNumber);

@@ -8,6 +8,8 @@
 #include <optional>
 #include <string_view>
 
+#include "text/Hexadecimal.h"
+
 namespace corvane {
 
 namespace {
@@ -311,7 +313,7 @@ uint32_t wavelength(const TransceiverFacts& facts) {
 std::string vendorOui(const TransceiverFacts& facts) {
   const auto oui = std::span(facts.bytes()).subspan(vendorOuiAt, 3);
   if (std::all_of(oui.begin(), oui.end(), [](uint8_t byte) { return byte == 0; })) return {};
-  return fmt::format("{:02X}", fmt::join(oui, "-"));
+  return upperHexadecimal(oui, "-");
 }
 
 std::string rateIdentifierWords(const TransceiverFacts& facts) {

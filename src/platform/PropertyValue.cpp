@@ -1,6 +1,8 @@
 #include "platform/PropertyValue.h"
 
-#include <fmt/format.h>
+#include <algorithm>
+
+#include "text/Hexadecimal.h"
 
 namespace corvane {
 
@@ -22,9 +24,9 @@ std::string joined(const Range& range, const Print& print) {
 
 std::string dataText(std::span<const uint8_t> bytes) {
   std::string text = "<";
-  for (size_t index = 0; index < bytes.size(); ++index) {
-    if (index > 0 && index % bytesPerGroup == 0) text += ' ';
-    fmt::format_to(std::back_inserter(text), "{:02x}", bytes[index]);
+  for (size_t index = 0; index < bytes.size(); index += bytesPerGroup) {
+    if (index > 0) text += ' ';
+    text += lowerHexadecimal(bytes.subspan(index, std::min(bytesPerGroup, bytes.size() - index)));
   }
   text += '>';
   return text;

@@ -13,25 +13,6 @@ std::string tableLine(const std::string& name, const std::string& count) {
   return name + eightBlanks + "RxRingCount" + eightBlanks + count;
 }
 
-TEST(LeadingIntegerTest, TakesTheDigitsThatTheTextBeginsWith) {
-  EXPECT_EQ(leadingInteger("4000\n"), 4000);
-  EXPECT_EQ(leadingInteger("0512"), 512);
-  EXPECT_EQ(leadingInteger("12abc34"), 12);
-}
-
-TEST(LeadingIntegerTest, IsZeroWithoutLeadingDigits) {
-  EXPECT_EQ(leadingInteger(""), 0);
-  EXPECT_EQ(leadingInteger("abc"), 0);
-  EXPECT_EQ(leadingInteger("-5"), 0);
-  EXPECT_EQ(leadingInteger("+5"), 0);
-}
-
-TEST(LeadingIntegerTest, StopsAtTheLargestNumber) {
-  EXPECT_EQ(leadingInteger("9223372036854775807"), std::numeric_limits<int64_t>::max());
-  EXPECT_EQ(leadingInteger("9223372036854775808"), std::numeric_limits<int64_t>::max());
-  EXPECT_EQ(leadingInteger(std::string(1000, '9')), std::numeric_limits<int64_t>::max());
-}
-
 TEST(SettingValueTest, KeepsTheLineEnd) {
   EXPECT_EQ(settingValue("RxRingSize=512\n"), "512\n");
 }

@@ -11,37 +11,12 @@
 #include "fakes/FakePlatform.h"
 #include "fakes/ManualDispatch.h"
 #include "fibre_channel/ArbitratedLoopAddresses.h"
-#include "text/WholeNumber.h"
 
 using namespace corvane;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
-
-// Whole numbers.
-
-TEST(WholeNumber, LeadingNumber) {
-  EXPECT_EQ(leadingWholeNumber(""), 0);
-  EXPECT_EQ(leadingWholeNumber("12a"), 12);
-  EXPECT_EQ(leadingWholeNumber(" \t-7 x"), -7);
-  EXPECT_EQ(leadingWholeNumber("+8"), 8);
-  EXPECT_EQ(leadingWholeNumber("x1"), 0);
-  EXPECT_EQ(leadingWholeNumber("99999999999999999999"), 2147483647);
-  EXPECT_EQ(leadingWholeNumber("-99999999999999999999"), -2147483647 - 1);
-}
-
-TEST(WholeNumber, WholeText) {
-  EXPECT_EQ(wholeNumber("254"), 254);
-  EXPECT_EQ(wholeNumber("-5"), -5);
-  EXPECT_EQ(wholeNumber(" 5 "), 5);
-  EXPECT_EQ(wholeNumber("00"), 0);
-  EXPECT_EQ(wholeNumber(""), std::nullopt);
-  EXPECT_EQ(wholeNumber("-"), std::nullopt);
-  EXPECT_EQ(wholeNumber("1 2"), std::nullopt);
-  EXPECT_EQ(wholeNumber("1.5"), std::nullopt);
-  EXPECT_EQ(wholeNumber("a"), std::nullopt);
-}
 
 // The entry filter.
 

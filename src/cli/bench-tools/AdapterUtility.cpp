@@ -4,9 +4,10 @@
 
 #include <array>
 #include <bit>
-#include <charconv>
 #include <optional>
 #include <string_view>
+
+#include "text/WholeNumber.h"
 
 namespace corvane {
 
@@ -56,14 +57,6 @@ int64_t rounded(int64_t value, Rounding rounding) {
     case Rounding::None:
       break;
   }
-  return value;
-}
-
-std::optional<int64_t> numberOf(const std::string& text) {
-  int64_t value = 0;
-  const char* const end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, value);
-  if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
   return value;
 }
 
@@ -139,7 +132,7 @@ ToolAnswer changePort(const BenchFile& bench, const std::string& interface, Chan
 ToolAnswer set(const BenchFile& bench, const std::string& interface, const std::string& name,
                const std::string& value) {
   const DriverSetting* setting = findSetting(name);
-  const auto number = numberOf(value);
+  const auto number = plainNumber(value);
   return changePort(bench, interface, [&](BenchEthernetPort& port) -> ToolAnswer {
     if (!setting || port.settings.count(name) == 0) {
       return refusal(fmt::format("corvaneutil: {}: the driver has no setting {}", interface, name));

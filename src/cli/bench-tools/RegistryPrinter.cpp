@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "text/Hexadecimal.h"
+
 namespace corvane {
 
 namespace {
@@ -39,7 +41,7 @@ std::string dataAsText(const PropertyValue::Data& bytes) {
 }
 
 std::string dataAsDigits(const PropertyValue::Data& bytes) {
-  return fmt::format("<{:02x}>", fmt::join(bytes, ""));
+  return "<" + lowerHexadecimal(bytes) + ">";
 }
 
 template <typename Range, typename Print>

@@ -2,10 +2,13 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <span>
+#include <vector>
 
 #include "cli/Verbs.h"
 #include "cli/bench/BenchCommand.h"
 #include "platform/bench/file/BenchEdits.h"
+#include "text/Hexadecimal.h"
 
 namespace corvane {
 
@@ -17,7 +20,7 @@ struct BenchSFPArguments {
   int port = 0;
 };
 
-std::string contentOf(const std::string& path) {
+std::vector<uint8_t> contentOf(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   if (!file) {
     throw CommandFailure(ExitStatus::NotFound, path, "it cannot be read",
@@ -26,26 +29,15 @@ std::string contentOf(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-std::string hexadecimal(const std::string& bytes) {
-  static constexpr std::string_view digits = "0123456789abcdef";
-  std::string text;
-  for (const char byte : bytes) {
-    const auto value = static_cast<unsigned char>(byte);
-    text += digits[value >> 4U];
-    text += digits[value & 0xFU];
-  }
-  return text;
-}
-
 BenchTransceiver moduleOf(const std::string& dump) {
   constexpr size_t serialAreaSize = 96;
   if (dump == "none") return {};
-  const std::string bytes = contentOf(dump);
+  const std::vector<uint8_t> bytes = contentOf(dump);
   if (bytes.size() < serialAreaSize) {
     throw CommandFailure(ExitStatus::Failed, dump, "it is shorter than 96 bytes",
                          "A transceiver dump begins with the 96 bytes that SFF-8472 lays down.");
   }
-  return {"", hexadecimal(bytes.substr(0, serialAreaSize))};
+  return {"", lowerHexadecimal(std::span(bytes).first(serialAreaSize))};
 }
 
 void changeModule(const BenchOptions& options, const BenchSFPArguments& arguments) {

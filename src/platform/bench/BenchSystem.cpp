@@ -3,10 +3,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 
+#include "platform/ForwardingTransferHandle.h"
 #include "platform/bench/tree/RegistryTree.h"
 
 namespace corvane {
@@ -86,34 +86,22 @@ std::optional<std::string> privilegedCommand(const std::string& script) {
       std::string_view(script).substr(before.size(), script.size() - before.size() - after.size()));
 }
 
-class BenchTransferHandle final : public TransferHandle {
+class BenchTransferHandle final : public ForwardingTransferHandle {
  public:
   BenchTransferHandle(BenchMachine& machine, std::unique_ptr<TransferHandle> handle)
-      : machine_(machine), handle_(std::move(handle)) {}
-
-  void setUrl(const std::string& url) override { handle_->setUrl(url); }
-  void setDestination(const std::string& path) override { handle_->setDestination(path); }
-  void setWrite(WriteFunction function, std::FILE* stream) override {
-    handle_->setWrite(function, stream);
-  }
-  void setProgress(TransferProgress progress) override {
-    handle_->setProgress(std::move(progress));
-  }
-  void setMaximumSize(uint64_t bytes) override { handle_->setMaximumSize(bytes); }
-  void setTimeLimit(std::chrono::milliseconds limit) override { handle_->setTimeLimit(limit); }
+      : ForwardingTransferHandle(std::move(handle)), machine_(machine) {}
 
   int perform() override {
     hasNoNetwork_ = machine_.state()->hasFault("no-network");
-    return hasNoNetwork_ ? couldNotConnect : handle_->perform();
+    return hasNoNetwork_ ? couldNotConnect : ForwardingTransferHandle::perform();
   }
 
   std::string failureText() const override {
-    return hasNoNetwork_ ? "the bench has no network" : handle_->failureText();
+    return hasNoNetwork_ ? "the bench has no network" : ForwardingTransferHandle::failureText();
   }
 
  private:
   BenchMachine& machine_;
-  const std::unique_ptr<TransferHandle> handle_;
   bool hasNoNetwork_ = false;
 };
 
@@ -211,29 +199,16 @@ std::unique_ptr<TransferHandle> BenchTransfer::createHandle() {
   return std::make_unique<BenchTransferHandle>(machine_, std::move(handle));
 }
 
-BenchLog::BenchLog(Log& next, const std::string& systemLog) : next_(next), path_(systemLog) {}
+BenchLog::BenchLog(Log& next, const std::string& systemLog)
+    : ForwardingLog(next), path_(systemLog) {}
 
 void BenchLog::system(std::string_view line) {
-  next_.system(line);
+  ForwardingLog::system(line);
   std::string kept(line);
   std::replace_if(
       kept.begin(), kept.end(), [](unsigned char byte) { return byte < ' '; }, '?');
   const std::lock_guard guard(mutex_);
   std::ofstream(path_, std::ios::app) << timeStamp() << " bench Corvane Utility: " << kept << '\n';
-}
-
-void BenchLog::standardOutput(std::string_view text) {
-  next_.standardOutput(text);
-}
-
-void BenchLog::standardError(std::string_view text) {
-  next_.standardError(text);
-}
-
-void BenchLog::assertionFailed(std::string_view condition, std::string_view method,
-                               std::string_view file, int line) {
-  next_.assertionFailed(condition, method, file, line);
-  std::abort();
 }
 
 }  // namespace corvane

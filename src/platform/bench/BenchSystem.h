@@ -7,7 +7,7 @@
 
 #include "platform/Authorization.h"
 #include "platform/Bundles.h"
-#include "platform/Log.h"
+#include "platform/ForwardingLog.h"
 #include "platform/Shell.h"
 #include "platform/Transfer.h"
 #include "platform/bench/BenchMachine.h"
@@ -103,18 +103,13 @@ class BenchTransfer final : public Transfer {
 };
 
 /// Passes every line on, and keeps those for the system log in the bench's own as well.
-class BenchLog final : public Log {
+class BenchLog final : public ForwardingLog {
  public:
   BenchLog(Log& next, const std::string& systemLog);
 
   void system(std::string_view line) override;
-  void standardOutput(std::string_view text) override;
-  void standardError(std::string_view text) override;
-  [[noreturn]] void assertionFailed(std::string_view condition, std::string_view method,
-                                    std::string_view file, int line) override;
 
  private:
-  Log& next_;
   const std::string path_;
   std::mutex mutex_;  ///< keeps lines whole
 };

@@ -11,6 +11,7 @@
 #include "platform/bench/file/BenchFirmwareImage.h"
 #include "platform/bench/file/BenchProducts.h"
 #include "platform/bench/file/BenchTransceiverDump.h"
+#include "text/Hexadecimal.h"
 
 namespace corvane {
 
@@ -108,19 +109,11 @@ PortPlace<State> findPort(State& state, const std::string& wwpn) {
   return {};
 }
 
-std::string textOf(const PropertyValue::Data& name) {
-  std::string text;
-  for (const uint8_t byte : name) text += fmt::format("{}{:02X}", text.empty() ? "" : ":", byte);
-  return text;
-}
-
 /// Puts a world wide name, most significant byte first.
 void putName(std::span<uint8_t> output, const StructureField& field, const std::string& pairs) {
-  constexpr size_t pairWithSeparator = 3;
-  size_t offset = field.offset;
-  for (size_t start = 0; start + 1 < pairs.size(); start += pairWithSeparator) {
-    output[offset++] = static_cast<uint8_t>(std::stoul(pairs.substr(start, 2), nullptr, 16));
-  }
+  const auto bytes = hexadecimalBytes(pairs, ":").value_or(std::vector<uint8_t>());
+  std::copy_n(bytes.begin(), std::min(bytes.size(), field.width),
+              output.subspan(field.offset).begin());
 }
 
 void putText(std::span<uint8_t> output, const StructureField& field, const std::string& text) {
@@ -177,7 +170,7 @@ Status BenchUserClient::open(RegistryHandle service, uint32_t type,
   if (machine_.state()->hasFault("driver-refuses-open")) return statusFailure;
   const std::lock_guard guard(mutex_);
   connection = nextConnection_++;
-  connections_.emplace(connection, textOf(*name));
+  connections_.emplace(connection, upperHexadecimal(*name, ":"));
   return statusSuccess;
 }
 

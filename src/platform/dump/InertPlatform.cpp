@@ -1,6 +1,5 @@
 #include "platform/dump/InertPlatform.h"
 
-#include <cstdlib>
 #include <memory>
 
 namespace corvane {
@@ -42,21 +41,7 @@ Status InertUserClient::release(UserClientConnection) {
   return statusBadArgument;
 }
 
-void DriverlessLog::system(std::string_view line) {
-  next_.system(line);
-}
-
 void DriverlessLog::standardOutput(std::string_view) {}
-
-void DriverlessLog::standardError(std::string_view text) {
-  next_.standardError(text);
-}
-
-void DriverlessLog::assertionFailed(std::string_view condition, std::string_view method,
-                                    std::string_view file, int line) {
-  next_.assertionFailed(condition, method, file, line);
-  std::abort();
-}
 
 std::unique_ptr<DiskSession> InertDiskArbitration::createSession() {
   return std::make_unique<InertDiskSession>();

@@ -2,7 +2,7 @@
 
 #include "platform/Authorization.h"
 #include "platform/DiskArbitration.h"
-#include "platform/Log.h"
+#include "platform/ForwardingLog.h"
 #include "platform/Shell.h"
 #include "platform/Transfer.h"
 #include "platform/UserClient.h"
@@ -22,21 +22,12 @@ class InertUserClient final : public UserClient {
   Status release(UserClientConnection connection) override;
 };
 
-/// Passes on the lines for the system log and drops what is printed of a driver's answers, which
-/// are none.
-class DriverlessLog final : public Log {
+/// Drops what is printed of a driver's answers, which are none.
+class DriverlessLog final : public ForwardingLog {
  public:
-  /// `next` outlives the log.
-  explicit DriverlessLog(Log& next) : next_(next) {}
+  using ForwardingLog::ForwardingLog;
 
-  void system(std::string_view line) override;
   void standardOutput(std::string_view text) override;
-  void standardError(std::string_view text) override;
-  [[noreturn]] void assertionFailed(std::string_view condition, std::string_view method,
-                                    std::string_view file, int line) override;
-
- private:
-  Log& next_;
 };
 
 /// There are sessions, but never a disk.

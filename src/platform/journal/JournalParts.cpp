@@ -1,9 +1,11 @@
 #include "platform/journal/JournalParts.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <utility>
+
+#include "platform/ForwardingTransferHandle.h"
+#include "text/Hexadecimal.h"
 
 namespace corvane {
 
@@ -13,17 +15,6 @@ using Json = nlohmann::ordered_json;
 
 /// Whether the calling thread has asked for its run loop and not left it since.
 thread_local bool threadIsMonitor = false;
-
-std::string hexadecimal(std::span<const uint8_t> bytes) {
-  constexpr std::string_view digits = "0123456789abcdef";
-  std::string text;
-  text.reserve(bytes.size() * 2);
-  for (const uint8_t byte : bytes) {
-    text += digits[byte >> 4];
-    text += digits[byte & 0x0F];
-  }
-  return text;
-}
 
 class JournalDiskSession final : public DiskSession {
  public:
@@ -60,39 +51,28 @@ class JournalDiskSession final : public DiskSession {
   const std::unique_ptr<DiskSession> wrapped_;
 };
 
-class JournalTransferHandle final : public TransferHandle {
+class JournalTransferHandle final : public ForwardingTransferHandle {
  public:
   JournalTransferHandle(Journal& journal, std::unique_ptr<TransferHandle> wrapped)
-      : journal_(journal), wrapped_(std::move(wrapped)) {}
+      : ForwardingTransferHandle(std::move(wrapped)), journal_(journal) {}
 
   void setUrl(const std::string& url) override {
     url_ = url;
-    wrapped_->setUrl(url);
+    ForwardingTransferHandle::setUrl(url);
   }
   void setDestination(const std::string& path) override {
     path_ = path;
-    wrapped_->setDestination(path);
+    ForwardingTransferHandle::setDestination(path);
   }
-  void setWrite(WriteFunction function, std::FILE* stream) override {
-    wrapped_->setWrite(function, stream);
-  }
-  void setProgress(TransferProgress progress) override {
-    wrapped_->setProgress(std::move(progress));
-  }
-  void setMaximumSize(uint64_t bytes) override { wrapped_->setMaximumSize(bytes); }
-  void setTimeLimit(std::chrono::milliseconds limit) override { wrapped_->setTimeLimit(limit); }
 
   int perform() override {
-    const int result = wrapped_->perform();
+    const int result = ForwardingTransferHandle::perform();
     journal_.write({{"call", "download"}, {"url", url_}, {"path", path_}, {"result", result}});
     return result;
   }
 
-  std::string failureText() const override { return wrapped_->failureText(); }
-
  private:
   Journal& journal_;
-  const std::unique_ptr<TransferHandle> wrapped_;
   std::string url_;
   std::string path_;
 };
@@ -132,8 +112,8 @@ Status JournalUserClient::callStructMethod(UserClientConnection connection, uint
   journal_.write({{"call", "userClient"},
                   {"service", serviceOf(connection)},
                   {"selector", selector},
-                  {"input", hexadecimal(input)},
-                  {"output", hexadecimal(reply)},
+                  {"input", lowerHexadecimal(input)},
+                  {"output", lowerHexadecimal(reply)},
                   {"result", result}});
   return result;
 }
@@ -211,21 +191,7 @@ void JournalRunLoops::run() {
 
 void JournalLog::system(std::string_view line) {
   journal_.write({{"call", "log"}, {"line", line}});
-  wrapped_.system(line);
-}
-
-void JournalLog::standardOutput(std::string_view text) {
-  wrapped_.standardOutput(text);
-}
-
-void JournalLog::standardError(std::string_view text) {
-  wrapped_.standardError(text);
-}
-
-void JournalLog::assertionFailed(std::string_view condition, std::string_view method,
-                                 std::string_view file, int line) {
-  wrapped_.assertionFailed(condition, method, file, line);
-  std::abort();  // never reached, but the compiler does not take a virtual call's word for it
+  ForwardingLog::system(line);
 }
 
 int JournalPrompts::showModalAlert(const AlertContent& content) {

@@ -6,6 +6,7 @@
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 
+#include "platform/ForwardingLog.h"
 #include "platform/Platform.h"
 #include "platform/journal/JournalFile.h"
 
@@ -122,19 +123,14 @@ class JournalRunLoops final : public RunLoops {
 };
 
 /// Writes the lines to the system log; what is printed is for the user alone.
-class JournalLog final : public Log {
+class JournalLog final : public ForwardingLog {
  public:
-  JournalLog(Journal& journal, Log& wrapped) : journal_(journal), wrapped_(wrapped) {}
+  JournalLog(Journal& journal, Log& wrapped) : ForwardingLog(wrapped), journal_(journal) {}
 
   void system(std::string_view line) override;
-  void standardOutput(std::string_view text) override;
-  void standardError(std::string_view text) override;
-  [[noreturn]] void assertionFailed(std::string_view condition, std::string_view method,
-                                    std::string_view file, int line) override;
 
  private:
   Journal& journal_;
-  Log& wrapped_;
 };
 
 class JournalPrompts final : public UserPrompts {

@@ -7,6 +7,7 @@
 
 #include "platform/bench/file/BenchModuleMemory.h"
 #include "platform/bench/file/BenchProducts.h"
+#include "text/Hexadecimal.h"
 
 namespace corvane {
 
@@ -74,21 +75,22 @@ BenchAdapter* findUnplugged(BenchState& state, const std::string& product, int64
   return nullptr;
 }
 
-std::string pairs(uint64_t value, int bytes) {
-  std::string text;
-  for (int index = bytes - 1; index >= 0; --index) {
-    text += fmt::format("{}{:02X}", text.empty() ? "" : ":", (value >> (8 * index)) & 0xFFU);
+/// The low `count` bytes of a number as an address is written.
+std::string pairs(uint64_t value, int count) {
+  std::vector<uint8_t> bytes;
+  for (int index = count - 1; index >= 0; --index) {
+    bytes.push_back(static_cast<uint8_t>(value >> (8 * index)));
   }
-  return text;
+  return upperHexadecimal(bytes, ":");
 }
 
 uint64_t valueOf(const std::string& name, size_t bytes) {
   const std::string digits = plain(name);
-  const bool isHexadecimal = digits.find_first_not_of("0123456789ABCDEF") == std::string::npos;
-  if (digits.size() != 2 * bytes || !isHexadecimal) {
+  const auto value = hexadecimalNumber(digits);
+  if (digits.size() != 2 * bytes || !value) {
     throw BenchEditError(fmt::format("{} is no address of {} bytes", name, bytes));
   }
-  return std::stoull(digits, nullptr, 16);
+  return *value;
 }
 
 constexpr uint64_t firstNodeName = 0x200000109B000001;

@@ -1,8 +1,5 @@
 #include "platform/bench/file/BenchModuleMemory.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
-
 #include <algorithm>
 #include <array>
 #include <numeric>
@@ -10,6 +7,7 @@
 #include <string_view>
 
 #include "platform/StructureLayout.h"
+#include "text/Hexadecimal.h"
 
 namespace corvane {
 
@@ -103,7 +101,7 @@ std::string shortWaveModule(const BenchProduct& product) {
   putVendor(memory, product.has16G);
   putChecksum(memory, SerialArea::baseChecksum, SerialArea::identifier.offset);
   putChecksum(memory, SerialArea::extendedChecksum, SerialArea::baseChecksum.end());
-  return fmt::format("{:02x}", fmt::join(memory, ""));
+  return lowerHexadecimal(memory);
 }
 
 }  // namespace corvane

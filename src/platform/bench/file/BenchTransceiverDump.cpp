@@ -5,15 +5,16 @@
 #include <filesystem>
 #include <fstream>
 
+#include "text/Hexadecimal.h"
+
 namespace corvane {
 
 namespace {
 
 BenchTransceiverBytes bytesOf(const std::string& hex) {
+  const auto given = hexadecimalBytes(hex).value_or(std::vector<uint8_t>());
   BenchTransceiverBytes bytes{};
-  for (size_t index = 0; index < bytes.size() && 2 * index + 1 < hex.size(); ++index) {
-    bytes[index] = static_cast<uint8_t>(std::stoul(hex.substr(2 * index, 2), nullptr, 16));
-  }
+  std::copy_n(given.begin(), std::min(given.size(), bytes.size()), bytes.begin());
   return bytes;
 }
 

@@ -5,6 +5,7 @@
 
 #include "platform/bench/file/BenchProducts.h"
 #include "platform/bench/tree/RegistryTreeParts.h"
+#include "text/WholeNumber.h"
 
 // The Thunderbolt chains: adapters and other devices with their bridges, functions and drivers.
 namespace corvane {
@@ -146,7 +147,7 @@ PropertyValue subsystemData(uint32_t memoryOrder) {
 
 int64_t interfaceNumber(const BenchEthernetPort& port) {
   if (!port.interface) return 0;
-  return std::stoll(port.interface->substr(port.interface->find_first_of("0123456789")));
+  return leadingInteger(port.interface->substr(port.interface->find_first_of("0123456789")));
 }
 
 void addEthernetInterface(RegistryTreeEntry& driver, const BenchEthernetPort& port) {

@@ -1,6 +1,7 @@
 #include "platform/bench/tree/RegistryTree.h"
 
 #include "platform/bench/tree/RegistryTreeParts.h"
+#include "text/Hexadecimal.h"
 
 namespace corvane {
 
@@ -72,12 +73,7 @@ PropertyValue numberData(uint64_t value, size_t width) {
 }
 
 PropertyValue addressData(const std::string& pairs) {
-  constexpr size_t pairWithSeparator = 3;
-  PropertyValue::Data bytes;
-  for (size_t offset = 0; offset + 1 < pairs.size(); offset += pairWithSeparator) {
-    bytes.push_back(static_cast<uint8_t>(std::stoul(pairs.substr(offset, 2), nullptr, 16)));
-  }
-  return bytes;
+  return hexadecimalBytes(pairs, ":").value_or(PropertyValue::Data());
 }
 
 PropertyValue textData(const std::string& text) {
