@@ -6,6 +6,8 @@
 #include <limits>
 #include <utility>
 
+#include "platform/posix/CurlProtocols.h"
+
 namespace corvane {
 
 namespace {
@@ -22,12 +24,13 @@ using CurlHandle = std::unique_ptr<CURL, CurlHandleDeleter>;
 class CurlTransferHandle final : public TransferHandle {
  public:
   CurlTransferHandle(CurlHandle handle, const CurlTransferOptions& options)
-      : handle_(std::move(handle)) {
+      : handle_(std::move(handle)), allowsFiles_(options.allowsFiles) {
     set(CURLOPT_ERRORBUFFER, failure_.data());
     set(CURLOPT_NOSIGNAL, 1L);
     set(CURLOPT_USERAGENT, userAgent);
     set(CURLOPT_FAILONERROR, 1L);
-    followRedirects(options);
+    set(CURLOPT_FOLLOWLOCATION, 1L);
+    set(CURLOPT_MAXREDIRS, redirectLimit);
     limitTime(options);
     set(CURLOPT_WRITEFUNCTION, &CurlTransferHandle::write);
     set(CURLOPT_WRITEDATA, this);
@@ -36,7 +39,10 @@ class CurlTransferHandle final : public TransferHandle {
     set(CURLOPT_NOPROGRESS, 0L);
   }
 
-  void setUrl(const std::string& url) override { set(CURLOPT_URL, url.c_str()); }
+  void setUrl(const std::string& url) override {
+    set(CURLOPT_URL, url.c_str());
+    note(limitProtocols(protocolsFor(url, allowsFiles_), setters()));
+  }
 
   void setDestination(const std::string&) override {}
 
@@ -57,7 +63,7 @@ class CurlTransferHandle final : public TransferHandle {
     received_ = 0;
     tooLarge_ = false;
     failure_.front() = '\0';
-    code_ = curl_easy_perform(handle_.get());
+    code_ = refused_ != CURLE_OK ? refused_ : curl_easy_perform(handle_.get());
     if (tooLarge_) code_ = CURLE_FILESIZE_EXCEEDED;
     return code_;
   }
@@ -71,20 +77,20 @@ class CurlTransferHandle final : public TransferHandle {
  private:
   template <typename Value>
   void set(CURLoption option, Value value) {
-    curl_easy_setopt(handle_.get(), option, value);
+    note(curl_easy_setopt(handle_.get(), option, value));
   }
 
-  void followRedirects(const CurlTransferOptions& options) {
-    set(CURLOPT_FOLLOWLOCATION, 1L);
-    set(CURLOPT_MAXREDIRS, redirectLimit);
-#if LIBCURL_VERSION_NUM >= 0x075500
-    set(CURLOPT_PROTOCOLS_STR, options.allowsFiles ? "http,https,file" : "http,https");
-    set(CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
-#else
-    constexpr long web = CURLPROTO_HTTP | CURLPROTO_HTTPS;
-    set(CURLOPT_PROTOCOLS, options.allowsFiles ? web | CURLPROTO_FILE : web);
-    set(CURLOPT_REDIR_PROTOCOLS, web);
-#endif
+  /// The first option that the library did not take; without it the transfer would not be the one
+  /// that was asked for, so there is none.
+  void note(CURLcode code) {
+    if (refused_ == CURLE_OK) refused_ = code;
+  }
+
+  CurlOptionSetters setters() {
+    const auto set = [this](CURLoption option, auto value) {
+      return curl_easy_setopt(handle_.get(), option, value);
+    };
+    return {set, set};
   }
 
   void limitTime(const CurlTransferOptions& options) {
@@ -93,9 +99,7 @@ class CurlTransferHandle final : public TransferHandle {
     set(CURLOPT_LOW_SPEED_TIME, static_cast<long>(options.stallLimit.count()));
   }
 
-  bool exceeds(uint64_t bytes) const {
-    return maximumSize_ != 0 && bytes > maximumSize_;
-  }
+  bool exceeds(uint64_t bytes) const { return maximumSize_ != 0 && bytes > maximumSize_; }
 
   static size_t write(char* buffer, size_t size, size_t count, void* context) {
     auto& self = *static_cast<CurlTransferHandle*>(context);
@@ -115,6 +119,7 @@ class CurlTransferHandle final : public TransferHandle {
   }
 
   CurlHandle handle_;
+  const bool allowsFiles_;
   std::array<char, CURL_ERROR_SIZE> failure_{};
   WriteFunction writeFunction_ = nullptr;
   std::FILE* stream_ = nullptr;
@@ -123,6 +128,7 @@ class CurlTransferHandle final : public TransferHandle {
   uint64_t received_ = 0;
   bool tooLarge_ = false;
   CURLcode code_ = CURLE_OK;
+  CURLcode refused_ = CURLE_OK;
 };
 
 bool libraryIsReady() {

@@ -13,7 +13,8 @@ struct CurlTransferOptions {
   bool allowsFiles = false;             ///< "file://" URLs too, but never as a redirect's target
 };
 
-/// Transfers by libcurl over http and https. Redirects are followed between those two only.
+/// Transfers by libcurl over http and https. Redirects are followed between those two only, and
+/// from https to https alone.
 class CurlTransfer final : public Transfer {
  public:
   explicit CurlTransfer(CurlTransferOptions options = {});
