@@ -5,7 +5,11 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QTimer>
+#include <QWindow>
 #include <algorithm>
+#include <chrono>
+#include <utility>
 
 #include "AppDelegate.h"
 #include "pages/DumpPages.h"
@@ -15,6 +19,14 @@
 #include "ui/sheets/PasswordSheet.h"
 
 namespace corvane {
+
+namespace {
+
+/// A window that is hidden at once, or covered, is never painted; the launch does not wait for
+/// ever.
+constexpr std::chrono::seconds longestWait{2};
+
+}  // namespace
 
 WindowSession::WindowSession(const LaunchOptions& options, QtMainQueue& mainQueue)
     : mainQueue_(mainQueue),
@@ -54,6 +66,19 @@ void WindowSession::start() {
     if (launch_.isReadOnly()) tellUnlisted();
     emit discovered();
   });
+  window_->show();
+  window_->windowHandle()->installEventFilter(this);
+  QTimer::singleShot(longestWait, this, &WindowSession::launchOnce);
+}
+
+// The window is painted while the event is handled, and the launch comes after that.
+bool WindowSession::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Expose) QTimer::singleShot(0, this, &WindowSession::launchOnce);
+  return QObject::eventFilter(watched, event);
+}
+
+void WindowSession::launchOnce() {
+  if (std::exchange(isLaunched_, true)) return;
   delegate_->applicationDidFinishLaunching();
 }
 

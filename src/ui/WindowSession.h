@@ -30,7 +30,8 @@ class WindowSession : public QObject {
   WindowSession(const WindowSession&) = delete;
   WindowSession& operator=(const WindowSession&) = delete;
 
-  /// Launches the application, which shows the window.
+  /// Shows the window and, once it is on the screen, launches the application. What the launch asks
+  /// the user for stands in front of a window then, and not of a frame.
   void start();
 
   /// Shows the window again when the user asks for the program that runs already, as a click on its
@@ -44,7 +45,11 @@ class WindowSession : public QObject {
   /// The adapters that were attached at the launch are listed.
   void discovered();
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
+  void launchOnce();
   void addBenchMenu();
   void chooseSupportFolder();
   void chooseRegistryDump();
@@ -58,6 +63,7 @@ class WindowSession : public QObject {
   Launch launch_;
   std::unique_ptr<AppDelegate> delegate_;
   std::unique_ptr<MainWindow> window_;
+  bool isLaunched_ = false;
   std::vector<std::unique_ptr<WindowSession>> dumps_;  ///< the windows on dumps opened from here
 };
 

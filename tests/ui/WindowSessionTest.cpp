@@ -2,10 +2,14 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <functional>
+#include <utility>
 
 #include "AppDelegate.h"
 #include "UiTest.h"
@@ -21,6 +25,8 @@ class WindowSessionTest : public QObject {
   Q_OBJECT
 
  private slots:
+  void theLaunchBeginsOnceTheWindowIsPainted();
+  void aLaunchWaitsForNoWindowThatIsNotShown();
   void aProgramAskedForAgainShowsItsWindow();
   void anAdapterThatADumpCannotListIsNamed();
   void anAdapterThatADumpCannotListIsNamedInGerman();
@@ -41,6 +47,33 @@ QWidget* windowTitled(const QString& title) {
   return nullptr;
 }
 
+QByteArray textOf(const std::string& path) {
+  QFile file(QString::fromStdString(path));
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Whether something had happened when a window was painted for the first time.
+class FirstPaint : public QObject {
+ public:
+  FirstPaint(QWidget& window, std::function<bool()> hasHappened)
+      : hasHappened_(std::move(hasHappened)) {
+    window.installEventFilter(this);
+  }
+
+  QString story() const { return story_; }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Paint && story_.isEmpty())
+      story_ = hasHappened_() ? "painted after" : "painted before";
+    return false;
+  }
+
+ private:
+  const std::function<bool()> hasHappened_;
+  QString story_;
+};
+
 LaunchOptions dumpOptions(const std::string& name) {
   LaunchOptions options;
   options.dump = CORVANE_TEST_DATA "/dumps/" + name;
@@ -57,12 +90,38 @@ LaunchOptions WindowSessionTest::benchIn(const QTemporaryDir& folder) {
   return options;
 }
 
+void WindowSessionTest::theLaunchBeginsOnceTheWindowIsPainted() {
+  const QTemporaryDir folder;
+  QtMainQueue queue;
+  LaunchOptions options = benchIn(folder);
+  options.journal = folder.filePath("journal").toStdString();
+  WindowSession session(options, queue);
+  const auto hasAsked = [&options] { return textOf(options.journal).contains("\"script\""); };
+  FirstPaint paint(session.window(), hasAsked);
+  session.start();
+  QVERIFY(!hasAsked());
+  QTRY_VERIFY_WITH_TIMEOUT(hasAsked(), patience);
+  QCOMPARE(paint.story(), QString("painted before"));
+}
+
+void WindowSessionTest::aLaunchWaitsForNoWindowThatIsNotShown() {
+  const QTemporaryDir folder;
+  QtMainQueue queue;
+  WindowSession session(benchIn(folder), queue);
+  const QSignalSpy discovered(&session, &WindowSession::discovered);
+  session.start();
+  session.window().hide();
+  QTRY_VERIFY_WITH_TIMEOUT(!discovered.isEmpty(), patience);
+}
+
 void WindowSessionTest::aProgramAskedForAgainShowsItsWindow() {
   const QTemporaryDir folder;
   QtMainQueue queue;
   WindowSession session(benchIn(folder), queue);
   session.followReopening();
+  const QSignalSpy discovered(&session, &WindowSession::discovered);
   session.start();
+  QTRY_VERIFY_WITH_TIMEOUT(!discovered.isEmpty(), patience);
   session.window().close();
   emit qApp->applicationStateChanged(Qt::ApplicationInactive);
   emit qApp->applicationStateChanged(Qt::ApplicationActive);
