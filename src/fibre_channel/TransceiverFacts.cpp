@@ -12,11 +12,8 @@ constexpr StructureField wholeMap{"identification area", 0, TransceiverFacts::si
 constexpr StructureField complianceField{"compliance codes", 3, 8};
 constexpr StructureField dateField{"date code", 84, 8};
 
-constexpr size_t identifierAt = 0;
-constexpr size_t connectorAt = 2;
 constexpr size_t cableAt = 8;
 constexpr size_t speedAt = 10;
-constexpr size_t rateAt = 12;
 constexpr size_t secondSpeedAt = 62;
 constexpr size_t baseAt = 63;
 constexpr size_t highRateAt = 66;
@@ -24,7 +21,6 @@ constexpr size_t extendedAt = 95;
 
 constexpr uint8_t soldered = 0x02;
 constexpr uint8_t pluggable = 0x03;
-constexpr uint8_t copperPigtail = 0x21;
 constexpr uint8_t noSeparableConnector = 0x23;
 constexpr uint8_t activeCableBit = 0x08;
 constexpr uint8_t passiveCableBit = 0x04;

@@ -37,6 +37,11 @@ class TransceiverFacts {
  public:
   static constexpr size_t size = SfpInfoStruct::eepromSize;
 
+  static constexpr size_t identifierAt = 0;
+  static constexpr size_t connectorAt = 2;
+  static constexpr size_t rateAt = 12;
+  static constexpr uint8_t copperPigtail = 0x21;  ///< a connector that is the cable's own end
+
   /// Copies the first 96 bytes. Throws std::out_of_range when there are fewer.
   explicit TransceiverFacts(std::span<const uint8_t> eeprom);
 

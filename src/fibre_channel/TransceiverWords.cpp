@@ -14,12 +14,9 @@ namespace corvane {
 
 namespace {
 
-constexpr size_t identifierAt = 0;
-constexpr size_t connectorAt = 2;
 constexpr size_t firstComplianceByte = 3;
 constexpr size_t technologyByte = 7;
 constexpr size_t encodingAt = 11;
-constexpr size_t rateAt = 12;
 constexpr size_t rateIdentifierAt = 13;
 constexpr size_t kilometresAt = 14;
 constexpr size_t hundredMetresAt = 15;
@@ -280,10 +277,11 @@ std::optional<std::string> cableLength(const TransceiverFacts& facts) {
 }
 
 std::string cableKind(const TransceiverFacts& facts) {
-  constexpr uint8_t copperPigtail = 0x21;
   if (facts.isPassiveCable()) return "copper cable, passive";
   if (facts.isActiveCable()) return "active cable";
-  return facts.byte(connectorAt) == copperPigtail ? "copper cable" : "cable with fixed ends";
+  return facts.byte(TransceiverFacts::connectorAt) == TransceiverFacts::copperPigtail
+             ? "copper cable"
+             : "cable with fixed ends";
 }
 
 std::string cableSummary(const TransceiverFacts& facts) {
@@ -379,9 +377,9 @@ std::string transceiverSummary(const TransceiverFacts& facts) {
   addTechnology(facts, words);
   if (wavelength(facts) != 0) words.push_back(fmt::format("{} nm", wavelength(facts)));
   for (auto& reach : reachWords(facts)) words.push_back(std::move(reach));
-  if (facts.byte(connectorAt) != 0) words.push_back(connectorWords(facts));
+  if (facts.byte(TransceiverFacts::connectorAt) != 0) words.push_back(connectorWords(facts));
   if (facts.byte(encodingAt) != 0) words.push_back(encodingWords(facts));
-  if (facts.byte(rateAt) != 0) words.push_back(signallingRateWords(facts));
+  if (facts.byte(TransceiverFacts::rateAt) != 0) words.push_back(signallingRateWords(facts));
   return joined(words);
 }
 
@@ -420,11 +418,11 @@ std::vector<std::string> kindNames(const TransceiverFacts& facts) {
 }
 
 std::string identifierWords(const TransceiverFacts& facts) {
-  return wordsOf(identifiers, facts.byte(identifierAt));
+  return wordsOf(identifiers, facts.byte(TransceiverFacts::identifierAt));
 }
 
 std::string connectorWords(const TransceiverFacts& facts) {
-  return wordsOf(connectors, facts.byte(connectorAt));
+  return wordsOf(connectors, facts.byte(TransceiverFacts::connectorAt));
 }
 
 std::string encodingWords(const TransceiverFacts& facts) {
@@ -435,7 +433,7 @@ std::string signallingRateWords(const TransceiverFacts& facts) {
   constexpr double megabaudPerGigabaud = 1000;
   if (const auto rate = facts.signallingRate())
     return fmt::format("{:.1f} GBd", *rate / megabaudPerGigabaud);
-  return facts.byte(rateAt) == overflow ? "above 25.4 GBd" : "not specified";
+  return facts.byte(TransceiverFacts::rateAt) == overflow ? "above 25.4 GBd" : "not specified";
 }
 
 std::string dateWords(const TransceiverFacts& facts) {
