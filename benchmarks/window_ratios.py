@@ -26,9 +26,8 @@ def run(*command):
     return [float(field) for field in done.stdout.split()]
 
 
-def main():
-    build = pathlib.Path(sys.argv[1]).resolve()
-    turns = int(sys.argv[2]) if len(sys.argv) > 2 else 21
+def measure(build, turns=21):
+    """For each field the median of the utility and that of the empty window."""
     with tempfile.TemporaryDirectory() as folder:
         demo = json.loads((SOURCES / "bench/demo.json").read_text())
         demo["clockRate"] = 1000
@@ -40,11 +39,17 @@ def main():
             utility.append(run(build / "bin/window_start", bench, adapters))
             empty.append(run(build / "bin/empty_window"))
     # The first turn reads the program and the fonts into memory.
-    for field, name in enumerate(FIELDS):
-        ours = statistics.median(turn[field] for turn in utility[1:])
-        theirs = statistics.median(turn[field] for turn in empty[1:])
+    return {name: (statistics.median(turn[field] for turn in utility[1:]),
+                   statistics.median(turn[field] for turn in empty[1:]))
+            for field, name in enumerate(FIELDS)}
+
+
+def main():
+    figures = measure(pathlib.Path(sys.argv[1]).resolve(), *map(int, sys.argv[2:3]))
+    for name, (ours, theirs) in figures.items():
         unit = "KiB" if name == "peak memory" else "ms"
         print(f"{name:14} {ours:9.1f} {unit:3}  empty window {theirs:9.1f} {unit:3}  ratio {ours / theirs:5.2f}")
 
 
-main()
+if __name__ == "__main__":
+    main()
