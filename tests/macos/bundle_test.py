@@ -58,6 +58,52 @@ def elements(path):
     return found
 
 
+class MinimumTest(unittest.TestCase):
+    """packaging/macos/check-minimum, over stand-ins of the tools that read programs."""
+
+    def check(self, *files, minimum="12.0"):
+        """What it says of files that are (processors, versions of the oldest system)."""
+        folder = WORK / "minimum"
+        shutil.rmtree(folder, ignore_errors=True)
+        (folder / "files").mkdir(parents=True)
+        for number, (processors, versions) in enumerate(files):
+            commands = "".join(f"cmd LC_BUILD_VERSION\n minos {version}\n sdk 14.0\n" for version in versions)
+            (folder / f"files/{number}").write_text(f"{processors}\n{commands}")
+        (folder / "files/text").write_text("\nno program\n")
+        tools = {"lipo": '#!/bin/sh\n[ -n "$(sed -n 1p "$2")" ] && sed -n 1p "$2"\n',
+                 "otool": '#!/bin/sh\nsed 1d "$2"\n'}
+        for name, text in tools.items():
+            (folder / name).write_text(text)
+            (folder / name).chmod(0o755)
+        done = subprocess.run(
+            [SOURCES / "packaging/macos/check-minimum", folder / "files", minimum],
+            env={"PATH": "/usr/bin:/bin", "OTOOL": str(folder / "otool"), "LIPO": str(folder / "lipo")},
+            capture_output=True, text=True)
+        return done.returncode, done.stdout
+
+    def test_both_processors_and_an_old_enough_system_pass(self):
+        self.assertEqual(self.check(("x86_64 arm64", ["11.0", "12.0"]), ("arm64 x86_64", ["10.15", "11.0"])), (0, ""))
+
+    def test_a_newer_system_is_told(self):
+        status, told = self.check(("x86_64 arm64", ["12.0", "12.3"]))
+        self.assertEqual(status, 1)
+        self.assertIn("needs macOS 12.3, not 12.0", told)
+
+    def test_versions_are_numbers(self):
+        self.assertEqual(self.check(("x86_64 arm64", ["9.0", "9.0"]), minimum="10.9")[0], 0)
+
+    def test_one_processor_is_told(self):
+        status, told = self.check(("arm64", ["11.0"]))
+        self.assertEqual(status, 1)
+        self.assertIn("not for x86_64", told)
+
+    def test_a_file_that_names_no_system_is_told(self):
+        self.assertIn("names no oldest system", self.check(("x86_64 arm64", []))[1])
+
+    def test_a_folder_without_programs_is_no_application(self):
+        self.assertEqual(self.check()[0], 1)
+
+
 class InformationTest(unittest.TestCase):
     def setUp(self):
         self.information = property_list(CONTENTS / "Info.plist")
