@@ -79,10 +79,10 @@ struct Utility {
 
   void discover() {
     bool discovered = false;
-    app.whenDiscovered([&discovered] { discovered = true; });
+    app.inventory().whenDiscovered([&discovered] { discovered = true; });
     app.applicationDidFinishLaunching();
     mainQueue.runUntil([&discovered] { return discovered; });
-    app.whenDiscovered(nullptr);
+    app.inventory().whenDiscovered(nullptr);
   }
 
   PlainMainQueue mainQueue;

@@ -1,5 +1,7 @@
 #include "Corvane2Info.h"
 
+#include <fmt/format.h>
+
 #include "discovery/ChainPosition.h"
 
 namespace corvane {
@@ -13,6 +15,10 @@ int64_t Corvane2Info::sortDeviceSequence(RegistryHandle service) {
   const ChainPosition position = findChainPosition(registry_, service);
   if (position.port) devicePort = position.port;
   return position.sequence;
+}
+
+std::string Corvane2Info::label() const {
+  return fmt::format("{} - {}", textOrNull(devicePort), deviceSequence);
 }
 
 }  // namespace corvane

@@ -26,6 +26,9 @@ class Corvane2Info {
   /// devicePort unless the chain has no letter.
   int64_t sortDeviceSequence(RegistryHandle service);
 
+  /// The adapter's label, such as "B - 2".
+  std::string label() const;
+
  private:
   Registry& registry_;
 };

@@ -32,11 +32,13 @@ class DriverConnection {
 
   Status opened() const { return opened_; }
 
+  /// What the driver answered, or why there was no connection to ask it through.
   Status call(FibreChannelSelector selector, std::span<const uint8_t> input,
               std::span<uint8_t> output) {
     size_t outputSize = output.size();
-    return userClient_.callStructMethod(connection_, static_cast<uint32_t>(selector), input, output,
-                                        outputSize);
+    const Status answered = userClient_.callStructMethod(
+        connection_, static_cast<uint32_t>(selector), input, output, outputSize);
+    return opened_ == statusSuccess ? answered : opened_;
   }
 
  private:
@@ -59,10 +61,12 @@ std::array<uint8_t, Structure::size> request(const StructureField& field, uint64
 // The reply is as long as the request and is not looked at.
 template <size_t Size>
 int64_t applySetting(DriverConnection& connection, FibreChannelSelector selector,
-                     const std::array<uint8_t, Size>& input, Log& log) {
+                     const std::array<uint8_t, Size>& input, Log& log, Status* driverStatus) {
   std::array<uint8_t, Size> output{};
   log.standardOutput(sizeLine(Size));
-  return connection.call(selector, input, output) == statusSuccess ? succeeded : failed;
+  const Status answered = connection.call(selector, input, output);
+  if (driverStatus != nullptr) *driverStatus = answered;
+  return answered == statusSuccess ? succeeded : failed;
 }
 
 uint64_t foldedSpeed(uint64_t reported) {
@@ -144,11 +148,12 @@ Status handOver(const FirmwareImage& image, DriverConnection& connection, Log& l
 CorvaneAPI::CorvaneAPI(UserClient& userClient, Dispatch& dispatch, Log& log)
     : userClient_(userClient), dispatch_(dispatch), log_(log) {}
 
-void CorvaneAPI::GetCorvaneInfoFunction(RegistryHandle service) {
+void CorvaneAPI::GetCorvaneInfoFunction(RegistryHandle service, Status* driverStatus) {
   const std::array<uint8_t, PortInfoStruct::size> input{};
   std::array<uint8_t, PortInfoStruct::size> output{};
-  DriverConnection(userClient_, service)
-      .call(FibreChannelSelector::ReadPortInformation, input, output);
+  const Status answered = DriverConnection(userClient_, service)
+                              .call(FibreChannelSelector::ReadPortInformation, input, output);
+  if (driverStatus != nullptr) *driverStatus = answered;
 
   const StructureReader reply(output);
   pcivendor = reply.number(PortInfoStruct::pciVendor);
@@ -165,10 +170,16 @@ void CorvaneAPI::GetCorvaneInfoFunction(RegistryHandle service) {
   queueDepth = foldedQueueDepth(reply.number(PortInfoStruct::queueDepth));
 }
 
-int64_t CorvaneAPI::GetCorvaneSFP(RegistryHandle service, uint32_t selectPort) {
+int64_t CorvaneAPI::GetCorvaneSFP(RegistryHandle service, uint32_t selectPort,
+                                  TransceiverReply* reply) {
   const auto input = request<SfpInfoStruct>(SfpInfoStruct::portIndex, selectPort);
   std::array<uint8_t, SfpInfoStruct::size> output{};
-  DriverConnection(userClient_, service).call(FibreChannelSelector::ReadTransceiver, input, output);
+  const Status answered = DriverConnection(userClient_, service)
+                              .call(FibreChannelSelector::ReadTransceiver, input, output);
+  if (reply != nullptr) {
+    reply->status = answered;
+    std::copy_n(output.begin(), reply->eeprom.size(), reply->eeprom.begin());
+  }
   const SFPDescription module = decodeSFP(output);
   logModule(module, log_);
   takeModule(module);
@@ -194,25 +205,29 @@ void CorvaneAPI::takeModule(const SFPDescription& module) {
   take(ManuData, module.ManuData);
 }
 
-int64_t CorvaneAPI::setTopologyFunction(RegistryHandle service, uint64_t topology) const {
+int64_t CorvaneAPI::setTopologyFunction(RegistryHandle service, uint64_t topology,
+                                        Status* driverStatus) const {
   const auto input = request<TopologyStruct>(TopologyStruct::topology, topology);
   DriverConnection connection(userClient_, service);
-  return applySetting(connection, FibreChannelSelector::SetTopology, input, log_);
+  return applySetting(connection, FibreChannelSelector::SetTopology, input, log_, driverStatus);
 }
 
-int64_t CorvaneAPI::setSpeedFunction(RegistryHandle service, uint64_t speed) const {
+int64_t CorvaneAPI::setSpeedFunction(RegistryHandle service, uint64_t speed,
+                                     Status* driverStatus) const {
   const auto input = request<SpeedStruct>(SpeedStruct::speed, speed);
   DriverConnection connection(userClient_, service);
-  return applySetting(connection, FibreChannelSelector::SetSpeed, input, log_);
+  return applySetting(connection, FibreChannelSelector::SetSpeed, input, log_, driverStatus);
 }
 
-int64_t CorvaneAPI::setHardAlpaFunction(RegistryHandle service, uint64_t alpa) const {
+int64_t CorvaneAPI::setHardAlpaFunction(RegistryHandle service, uint64_t alpa,
+                                        Status* driverStatus) const {
   const auto input = request<HardAlpaStruct>(HardAlpaStruct::hardAlpa, alpa);
   DriverConnection connection(userClient_, service);
-  return applySetting(connection, FibreChannelSelector::SetHardAlpa, input, log_);
+  return applySetting(connection, FibreChannelSelector::SetHardAlpa, input, log_, driverStatus);
 }
 
-int64_t CorvaneAPI::set_queue_depth(RegistryHandle service, uint32_t depth) const {
+int64_t CorvaneAPI::set_queue_depth(RegistryHandle service, uint32_t depth,
+                                    Status* driverStatus) const {
   const auto input = request<QueueDepthStruct>(QueueDepthStruct::queueDepth, depth);
   DriverConnection connection(userClient_, service);
   if (connection.opened() != statusSuccess) {
@@ -221,7 +236,7 @@ int64_t CorvaneAPI::set_queue_depth(RegistryHandle service, uint32_t depth) cons
     log_.assertionFailed("KERN_SUCCESS == kr", "set_queue_depth:qDepth:", "CorvaneAPI",
                          reportedLine);
   }
-  return applySetting(connection, FibreChannelSelector::SetQueueDepth, input, log_);
+  return applySetting(connection, FibreChannelSelector::SetQueueDepth, input, log_, driverStatus);
 }
 
 int64_t CorvaneAPI::UpgradeELXFWUserClient(RegistryHandle service, const std::string& path,

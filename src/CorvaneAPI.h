@@ -1,9 +1,11 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 
+#include "fibre_channel/FibreChannelProtocol.h"
 #include "platform/Dispatch.h"
 #include "platform/Log.h"
 #include "platform/Registry.h"
@@ -12,6 +14,12 @@
 namespace corvane {
 
 struct SFPDescription;
+
+/// What a driver answered about a transceiver, beside the texts that are made of it.
+struct TransceiverReply {
+  Status status = statusSuccess;  ///< of opening the connection or of the call
+  std::array<uint8_t, SfpInfoStruct::eepromSize> eeprom{};
+};
 
 /// What the Fibre Channel driver tells of one port, and the operations on that port.
 ///
@@ -54,23 +62,31 @@ class CorvaneAPI {
   std::optional<std::string> VendorSN;
   std::optional<std::string> ManuData;
 
-  /// Reads the port's information. A refused call is not told: it reads as a reply of zeros.
-  void GetCorvaneInfoFunction(RegistryHandle service);
+  /// Reads the port's information. A refused call leaves the properties as a reply of zeros would;
+  /// what the driver answered is stored in `driverStatus`, if given.
+  void GetCorvaneInfoFunction(RegistryHandle service, Status* driverStatus = nullptr);
 
   /// Reads the port's transceiver. `selectPort` is the port's index, 0 or 1. Returns 0 when a
   /// usable module was found and all texts are set, 1 when there is none (nothing changes), 2 when
   /// its speed does not suit (the texts up to the bit rate are set, the vendor's keep their former
-  /// values). A refused call reads as no module.
-  int64_t GetCorvaneSFP(RegistryHandle service, uint32_t selectPort);
+  /// values). A refused call reads as no module; what the driver answered is stored in `reply`, if
+  /// given.
+  int64_t GetCorvaneSFP(RegistryHandle service, uint32_t selectPort,
+                        TransceiverReply* reply = nullptr);
 
-  /// Each changes one setting of the port and returns 0 when the driver took it, else 1.
-  int64_t setTopologyFunction(RegistryHandle service, uint64_t topology) const;
-  int64_t setSpeedFunction(RegistryHandle service, uint64_t speed) const;
-  int64_t setHardAlpaFunction(RegistryHandle service, uint64_t alpa) const;
+  /// Each changes one setting of the port and returns 0 when the driver took it, else 1. What the
+  /// driver answered is stored in `driverStatus`, if given.
+  int64_t setTopologyFunction(RegistryHandle service, uint64_t topology,
+                              Status* driverStatus = nullptr) const;
+  int64_t setSpeedFunction(RegistryHandle service, uint64_t speed,
+                           Status* driverStatus = nullptr) const;
+  int64_t setHardAlpaFunction(RegistryHandle service, uint64_t alpa,
+                              Status* driverStatus = nullptr) const;
 
   /// The same for the device's queue depth, but a connection that cannot be opened stops the
   /// program.
-  int64_t set_queue_depth(RegistryHandle service, uint32_t depth) const;
+  int64_t set_queue_depth(RegistryHandle service, uint32_t depth,
+                          Status* driverStatus = nullptr) const;
 
   /// Hands the firmware image in the file at `path` to the driver, which programs the controller
   /// during the call: minutes may pass, never call it on the main queue. A file that cannot be

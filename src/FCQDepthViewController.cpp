@@ -7,12 +7,13 @@
 namespace corvane {
 
 FCQDepthViewController::FCQDepthViewController(const Platform& platform,
-                                               MainWindowControls& controls,
-                                               std::function<void(uint32_t)> FinalEnterQueueDepth)
+                                               MainWindowControls& controls, PortOnShow portOnShow,
+                                               Confirmed FinalEnterQueueDepth)
     : QDepthWindow(platform.dispatch, "FCQDepthViewController"),
       depthEntry(platform.dispatch, "setQDepthSetting"),
       qDepthSettingErrorMessage(platform.dispatch, "qDepthSettingErrorMessage"),
       formatter_(platform.prompts),
+      portOnShow_(std::move(portOnShow)),
       FinalEnterQueueDepth_(std::move(FinalEnterQueueDepth)) {
   QDepthWindow.setCloseAction([this] { cancelWindow(); });
   depthEntry.setFilter(
@@ -22,7 +23,11 @@ FCQDepthViewController::FCQDepthViewController(const Platform& platform,
 }
 
 void FCQDepthViewController::showQDepth() {
+  const auto port = portOnShow_();
+  if (!port) return;
   if (QDepthWindow.load()) {
+    target_ = port;
+    QDepthWindow.setSubject(port->name());
     depthEntry.setText("");
     qDepthSettingErrorMessage.setText("");
   }
@@ -35,12 +40,18 @@ void FCQDepthViewController::setQDepthSetting() {
     qDepthSettingErrorMessage.setText("*Please enter new setting.");
     return;
   }
-  FinalEnterQueueDepth_(static_cast<uint32_t>(depth));
+  const auto port = std::exchange(target_, std::nullopt);
   QDepthWindow.drop();
+  if (port) FinalEnterQueueDepth_(*port, static_cast<uint32_t>(depth));
 }
 
 void FCQDepthViewController::cancelWindow() {
+  target_.reset();
   QDepthWindow.drop();
+}
+
+void FCQDepthViewController::letGoOfDeparted() {
+  if (target_ && target_->isGone()) cancelWindow();
 }
 
 }  // namespace corvane

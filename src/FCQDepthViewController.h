@@ -6,17 +6,22 @@
 #include "OnlyIntegerValueFormatter.h"
 #include "controls/EntryField.h"
 #include "controls/InterfaceWindow.h"
+#include "inventory/PortOnShow.h"
 #include "platform/Platform.h"
 #include "window/MainWindowControls.h"
 
 namespace corvane {
 
-/// The sheet in which a queue depth of one's own is entered. Main queue only.
+/// The sheet in which a queue depth of one's own is entered. It is for the port that was on show
+/// when it was opened, and closes when that port goes. Main queue only.
 class FCQDepthViewController {
  public:
-  /// `FinalEnterQueueDepth` gets a confirmed value. Connects itself to the device page's button.
+  using Confirmed = std::function<void(const PortTarget& port, uint32_t depth)>;
+
+  /// `portOnShow` tells what the sheet is opened for; `FinalEnterQueueDepth` gets a confirmed
+  /// value. Connects itself to the device page's button.
   FCQDepthViewController(const Platform& platform, MainWindowControls& controls,
-                         std::function<void(uint32_t depth)> FinalEnterQueueDepth);
+                         PortOnShow portOnShow, Confirmed FinalEnterQueueDepth);
   FCQDepthViewController(const FCQDepthViewController&) = delete;
   FCQDepthViewController& operator=(const FCQDepthViewController&) = delete;
 
@@ -24,7 +29,7 @@ class FCQDepthViewController {
   EntryField depthEntry;  ///< "setQDepthSetting" in the interface file
   TextField qDepthSettingErrorMessage;
 
-  /// Shows the sheet, loading it first.
+  /// Shows the sheet, loading it first, for the port on show; does nothing without one.
   void showQDepth();
 
   /// The confirm button: hands on the number entered and closes the sheet. An entry of 0 or none
@@ -33,9 +38,14 @@ class FCQDepthViewController {
 
   void cancelWindow();
 
+  /// Closes the sheet when the port that it is for has gone.
+  void letGoOfDeparted();
+
  private:
   OnlyIntegerValueFormatter formatter_;
-  std::function<void(uint32_t)> FinalEnterQueueDepth_;
+  PortOnShow portOnShow_;
+  Confirmed FinalEnterQueueDepth_;
+  std::optional<PortTarget> target_;  ///< what the sheet is for while it is loaded
 };
 
 }  // namespace corvane

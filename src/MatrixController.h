@@ -4,18 +4,23 @@
 #include <functional>
 
 #include "controls/InterfaceWindow.h"
+#include "inventory/PortOnShow.h"
 #include "platform/Platform.h"
 #include "window/MainWindowControls.h"
 
 namespace corvane {
 
 /// The sheet in which a port's hard AL_PA is picked from a matrix whose cells carry the addresses
-/// as their tags (ArbitratedLoopAddresses.h). Main queue only.
+/// as their tags (ArbitratedLoopAddresses.h). It is for the port that was on show when it was
+/// opened, and closes when that port goes. Main queue only.
 class MatrixController {
  public:
-  /// `FinalChoosePortALPA` gets a confirmed choice. Connects itself to the port page's button.
-  MatrixController(const Platform& platform, MainWindowControls& controls,
-                   std::function<void(uint64_t alpa)> FinalChoosePortALPA);
+  using Confirmed = std::function<void(const PortTarget& port, uint64_t alpa)>;
+
+  /// `portOnShow` tells what the sheet is opened for; `FinalChoosePortALPA` gets a confirmed
+  /// choice. Connects itself to the port page's button.
+  MatrixController(const Platform& platform, MainWindowControls& controls, PortOnShow portOnShow,
+                   Confirmed FinalChoosePortALPA);
   MatrixController(const MatrixController&) = delete;
   MatrixController& operator=(const MatrixController&) = delete;
 
@@ -25,7 +30,7 @@ class MatrixController {
   uint64_t selectALPA = 0;  ///< the address chosen; 0 while none is
   int64_t portFlag = 0;
 
-  /// Shows the sheet, loading it if needed.
+  /// Shows the sheet, loading it if needed, for the port on show; does nothing without one.
   void choosePortALPA();
 
   /// A cell of the matrix was clicked.
@@ -36,8 +41,13 @@ class MatrixController {
 
   void cancelWindow();
 
+  /// Closes the sheet when the port that it is for has gone.
+  void letGoOfDeparted();
+
  private:
-  std::function<void(uint64_t)> FinalChoosePortALPA_;
+  PortOnShow portOnShow_;
+  Confirmed FinalChoosePortALPA_;
+  std::optional<PortTarget> target_;  ///< what the sheet is for while it is loaded
 };
 
 }  // namespace corvane

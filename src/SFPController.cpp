@@ -36,8 +36,15 @@ void SFPController::setSFPwindowItem(const Corvane2Info& info, int64_t portNum) 
             port.VendorRev,   port.VendorSN,        port.ManuData};
 }
 
+void SFPController::describe(const PortTarget& port) {
+  described_ = port;
+  setSFPwindowItem(*port.adapter().info, port.port());
+}
+
 void SFPController::showSFPInfo() {
   SFPWindow.load();
+  target_ = described_;
+  SFPWindow.setSubject(target_ ? target_->name() : "");
   SFPWindow.show();
   const auto shown = fields();
   for (size_t index = 0; index < shown.size(); ++index) {
@@ -46,7 +53,12 @@ void SFPController::showSFPInfo() {
 }
 
 void SFPController::cancelWindow() {
+  target_.reset();
   SFPWindow.drop();
+}
+
+void SFPController::letGoOfDeparted() {
+  if (target_ && target_->isGone()) cancelWindow();
 }
 
 }  // namespace corvane

@@ -37,12 +37,13 @@ PerformanceMode modeOf(const PerformanceSettings& settings) {
 int64_t commandAPI::returnCurrentMode(const std::string& nicName) {
   const CommandTurn turn;
   command_.setNicName(nicName);
-  current_.rxIntrThrottle = readSetting("RxIntrThrottle");
-  current_.rxRingSize = readSetting("RxRingSize");
-  current_.txIntrThrottle = readSetting("TxIntrThrottle");
-  current_.txRingSize = readSetting("TxRingSize");
+  current_.rxIntrThrottle = readSetting("RxIntrThrottle", currentOutcomes_[0]);
+  current_.rxRingSize = readSetting("RxRingSize", currentOutcomes_[1]);
+  current_.txIntrThrottle = readSetting("TxIntrThrottle", currentOutcomes_[2]);
+  current_.txRingSize = readSetting("TxRingSize", currentOutcomes_[3]);
   command_.setCommandTittle("RxRingCount");
   current_.rxRingCount = command_.getFuckSmallTreeRxring(command_);
+  currentOutcomes_[4] = command_.lastOutcome();
   return static_cast<int64_t>(modeOf(current_));
 }
 
@@ -80,9 +81,11 @@ int64_t commandAPI::applyPreset(const std::string& nicName, PerformanceMode mode
   return 0;
 }
 
-int64_t commandAPI::readSetting(const char* title) {
+int64_t commandAPI::readSetting(const char* title, CommandOutcome& outcome) {
   command_.setCommandTittle(title);
-  return leadingInteger(command_.getCommand(command_).value_or(""));
+  const int64_t value = leadingInteger(command_.getCommand(command_).value_or(""));
+  outcome = command_.lastOutcome();
+  return value;
 }
 
 void commandAPI::writeSetting(const char* title, int64_t value) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -62,14 +63,19 @@ class commandAPI {
   int64_t currentTxIntrThrottle() const { return current_.txIntrThrottle; }
   int64_t currentTxRingSize() const { return current_.txRingSize; }
 
+  /// What became of the lines that read them, in the order in which they are read: receive throttle
+  /// and ring size, transmit throttle and ring size, number of receive rings.
+  const std::array<CommandOutcome, 5>& currentOutcomes() const { return currentOutcomes_; }
+
  private:
   int64_t applyPreset(const std::string& nicName, PerformanceMode mode);
-  int64_t readSetting(const char* title);
+  int64_t readSetting(const char* title, CommandOutcome& outcome);
   void writeSetting(const char* title, int64_t value);
   void noteUnlessRun(const char* line);
 
   commandBody command_;
   PerformanceSettings current_;
+  std::array<CommandOutcome, 5> currentOutcomes_;
   std::vector<std::string> missing_;
 };
 

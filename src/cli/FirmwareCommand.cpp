@@ -10,7 +10,7 @@
 #include "cli/Verbs.h"
 #include "cli/answers/Interruption.h"
 #include "cli/session/AdministratorRights.h"
-#include "cli/session/Session.h"
+#include "cli/session/ControllerSession.h"
 #include "fibre_channel/FirmwareImageFile.h"
 
 namespace corvane {
@@ -106,8 +106,9 @@ void requireOnShow(AppDelegate& app, const std::weak_ptr<Corvane2Device>& adapte
 // The update's own dialogue, answered by the command line: the package is chosen in the panel, and
 // the first alert asks for the confirmation. From then on an interrupt is kept, since volumes that
 // are offline and half a firmware are no state to leave behind.
-void answerDialogue(Session& session, CommandContext& context, const FirmwareOptions& options,
-                    Answer& answer, std::optional<KeptInterruption>& interruption) {
+void answerDialogue(ControllerSession& session, CommandContext& context,
+                    const FirmwareOptions& options, Answer& answer,
+                    std::optional<KeptInterruption>& interruption) {
   CommandPrompts& prompts = session.prompts();
   prompts.answerOpenPanel = [&options](const OpenPanelRequest&) {
     return std::vector<std::string>{std::filesystem::absolute(options.package).string()};
@@ -123,7 +124,8 @@ void answerDialogue(Session& session, CommandContext& context, const FirmwareOpt
 }
 
 // Says whether it was confirmed.
-bool runUpdate(Session& session, CommandContext& context, const FirmwareOptions& options) {
+bool runUpdate(ControllerSession& session, CommandContext& context,
+               const FirmwareOptions& options) {
   AppDelegate& app = session.app();
   if (!app.controls().updateFW.isEnabled()) {
     throw CommandFailure(ExitStatus::Failed, options.label, "updates are out of use now",
@@ -176,7 +178,7 @@ void requireSuccess(const FirmwareOptions& options, const FirmwareUpdateOutcome&
 }
 
 // Returns the version that the adapter has taken.
-std::string updateAdapter(Session& session, CommandContext& context,
+std::string updateAdapter(ControllerSession& session, CommandContext& context,
                           const FirmwareOptions& options) {
   AppDelegate& app = session.app();
   const std::weak_ptr<Corvane2Device> adapter = app.state().corvaneDevice;
@@ -194,7 +196,7 @@ std::string updateAdapter(Session& session, CommandContext& context,
 void updateFirmware(CommandContext& context, const LaunchOptions& launch,
                     const FirmwareOptions& options) {
   const std::string version = verifiedVersion(options.package);
-  Session session(context, launch);
+  ControllerSession session(context, launch);
   session.discover();
   session.select(options.label);
   requireFibreChannel(session.app(), options);

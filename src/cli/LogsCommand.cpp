@@ -8,7 +8,7 @@
 
 #include "cli/Verbs.h"
 #include "cli/answers/Interruption.h"
-#include "cli/session/Session.h"
+#include "cli/session/ControllerSession.h"
 
 namespace corvane {
 
@@ -17,7 +17,7 @@ namespace {
 constexpr const char* subject = "logs";
 
 /// Runs the collection to its end, with its progress on the terminal.
-LogCollectionResult collect(Session& session, CommandContext& context) {
+LogCollectionResult collect(ControllerSession& session, CommandContext& context) {
   constexpr std::uint64_t percent = 100;
   std::optional<LogCollectionResult> result;
   auto& progress = session.app().controls().logProgress;
@@ -80,7 +80,7 @@ void requireUninterrupted(const KeptInterruption& interruption, const LogCollect
 }
 
 void collectLogs(CommandContext& context, const LaunchOptions& options, const std::string& to) {
-  Session session(context, options);
+  ControllerSession session(context, options);
   session.requireChangeable(subject);
   const std::filesystem::path chosen = chosenFolder(to);
   if (!chosen.empty()) session.app().logCollection().setFolder(chosen.string());

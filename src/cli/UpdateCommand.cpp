@@ -12,7 +12,7 @@
 #include "cli/answers/Interruption.h"
 #include "cli/session/AdapterLabels.h"
 #include "cli/session/AdministratorRights.h"
-#include "cli/session/Session.h"
+#include "cli/session/ControllerSession.h"
 
 namespace corvane {
 
@@ -56,7 +56,7 @@ void requireReadCatalogue(const UpdateCheckOutcome& outcome) {
 }
 
 /// What the alerts of the check tell is told by the command itself.
-const std::vector<UpdateDevice>& check(Session& session, const UpdateOptions& options) {
+const std::vector<UpdateDevice>& check(ControllerSession& session, const UpdateOptions& options) {
   OnlineUpdate& update = session.app().onlineUpdate();
   session.prompts().answerAlert = [](const AlertContent&) -> std::optional<int> { return 0; };
   update.setServer(options.server);
@@ -71,7 +71,7 @@ void printCandidates(CommandContext& context, const std::vector<UpdateDevice>& c
 }
 
 void runCheck(CommandContext& context, const LaunchOptions& launch, const UpdateOptions& options) {
-  Session session(context, launch, SessionPurpose::Looking);
+  ControllerSession session(context, launch, SessionPurpose::Looking);
   session.discover();
   printCandidates(context, check(session, options));
 }
@@ -79,7 +79,7 @@ void runCheck(CommandContext& context, const LaunchOptions& launch, const Update
 // Choosing.
 
 /// The row of the candidate for the adapter that `label` names.
-int64_t candidateRow(Session& session, const std::string& label) {
+int64_t candidateRow(ControllerSession& session, const std::string& label) {
   const auto entries = session.app().state().CorvaneList.entries();
   const auto rows = rowsNamedBy(entries, label);
   if (rows.size() > 1) {
@@ -101,7 +101,7 @@ int64_t candidateRow(Session& session, const std::string& label) {
   return found - candidates.begin();
 }
 
-void tick(Session& session, const UpdateOptions& options) {
+void tick(ControllerSession& session, const UpdateOptions& options) {
   OnlineUpdate& update = session.app().onlineUpdate();
   std::vector<int64_t> rows;
   for (const std::string& label : options.only) rows.push_back(candidateRow(session, label));
@@ -175,7 +175,7 @@ void requireInstalled(const UpdateInstallationOutcome& outcome) {
   }
 }
 
-void install(Session& session, CommandContext& context) {
+void install(ControllerSession& session, CommandContext& context) {
   OnlineUpdate& update = session.app().onlineUpdate();
   ProgressIndicator& progress = update.controls().updateProgress;
   ProgressBar bar(context, "downloading");
@@ -206,7 +206,7 @@ void install(Session& session, CommandContext& context) {
 void runInstall(CommandContext& context, const LaunchOptions& launch,
                 const UpdateOptions& options) {
   requireAnswerable(context, options);
-  Session session(context, launch);
+  ControllerSession session(context, launch);
   session.requireChangeable(commandSubject);
   session.discover();
   const auto& candidates = check(session, options);

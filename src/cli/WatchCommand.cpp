@@ -35,14 +35,15 @@ void watchAdapters(CommandContext& context, const LaunchOptions& options, double
   const Interruption interruption;  // first: the session takes its time to begin
   Session session(context, options, SessionPurpose::Looking);
   const InterruptionAnswer answer(interruption, [&session] { session.stop(); });
-  session.app().whenAdaptersChange([&context, &session](const AdapterEvent& event) {
-    printEvent(context, event);
+  DeviceInventory& inventory = session.inventory();
+  inventory.whenAdaptersChange([&context, &session](const std::vector<AdapterEvent>& events) {
+    for (const AdapterEvent& event : events) printEvent(context, event);
     if (!context.out) session.stop();  // nobody can read it any more
   });
-  session.app().whenDiscovered([&session] {
-    if (session.app().hasFailedMonitor()) session.stop();
+  inventory.whenDiscovered([&session, &inventory] {
+    if (inventory.hasFailedMonitor()) session.stop();
   });
-  session.app().applicationDidFinishLaunching();
+  session.launch();
   std::optional<std::chrono::milliseconds> limit;
   if (seconds > 0) limit = std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000));
   session.runUntil([] { return false; }, limit);

@@ -4,10 +4,17 @@
 #include <cstdlib>
 #include <utility>
 
+#include "controls/ControlSet.h"
+
 namespace corvane {
 
 Control::Control(const Dispatch& dispatch, std::string name)
     : dispatch_(dispatch), name_(std::move(name)) {}
+
+Control::Control(ControlSet& set, std::string name, ControlRole role)
+    : Control(set.dispatch(), std::move(name)) {
+  set.add(*this, role);
+}
 
 void Control::setHidden(bool hidden) {
   change(hidden_, hidden);
@@ -15,6 +22,18 @@ void Control::setHidden(bool hidden) {
 
 void Control::setEnabled(bool enabled) {
   change(enabled_, enabled);
+}
+
+void Control::setOutOfUse(OutOfUse reason, const std::string& hint) {
+  auto reasons = outOfUse_;
+  reasons[reason] = hint;
+  change(outOfUse_, reasons);
+}
+
+void Control::clearOutOfUse(OutOfUse reason) {
+  auto reasons = outOfUse_;
+  reasons.erase(reason);
+  change(outOfUse_, reasons);
 }
 
 void Control::suspend() {

@@ -18,6 +18,10 @@ class InterfaceWindow : public Control {
   bool isLoaded() const { return loaded_; }
   bool isShown() const { return shown_; }
 
+  /// What the window is for, such as "A - 1 port 1"; empty when it is for nothing in particular.
+  const std::string& subject() const { return subject_; }
+  void setSubject(const std::string& subject) { change(subject_, subject); }
+
   /// Loads the interface file unless it is loaded already. True when it was loaded just now: its
   /// controller then brings the controls inside to what a fresh interface shows.
   bool load() {
@@ -54,6 +58,7 @@ class InterfaceWindow : public Control {
   }
 
  private:
+  std::string subject_;
   bool loaded_ = false;
   bool shown_ = false;
   std::function<void()> closeAction_;

@@ -42,6 +42,20 @@ void PopUpButton::showPlainValue(const std::string& text) {
   changed();
 }
 
+void PopUpButton::open() {
+  requireMain();
+  if (open_ || !isUsable()) return;
+  if (openAction_) openAction_(*this);
+  change(open_, true);
+}
+
+void PopUpButton::close() {
+  requireMain();
+  if (!open_) return;
+  change(open_, false);
+  if (closeAction_) closeAction_(*this);
+}
+
 void PopUpButton::choose(size_t index) {
   requireMain();
   if (!isUsable() || index >= items_.size() || items_[index].hidden) return;

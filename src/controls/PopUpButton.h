@@ -51,6 +51,20 @@ class PopUpButton : public Control {
   /// What a choice by the user does; on the main queue, after the selection has changed.
   void setAction(std::function<void(PopUpButton&)> action) { action_ = std::move(action); }
 
+  /// The user opened the menu, to choose or not. What opening does: on the main queue, before the
+  /// menu is on the screen.
+  void setOpenAction(std::function<void(PopUpButton&)> action) { openAction_ = std::move(action); }
+  void open();
+  bool isOpen() const { return open_; }
+
+  /// The menu was closed by the user, or has to close because what it is for has gone.
+  void close();
+
+  /// What closing does, whoever closed it; on the main queue, after a choice.
+  void setCloseAction(std::function<void(PopUpButton&)> action) {
+    closeAction_ = std::move(action);
+  }
+
   /// The user chose the item at `index`. Ignored while the menu cannot be used, for an item that is
   /// hidden and for an index that does not exist.
   void choose(size_t index);
@@ -60,7 +74,10 @@ class PopUpButton : public Control {
   std::optional<size_t> selectedIndex_;
   std::string plainValue_;
   bool autoenablesItems_ = true;
+  bool open_ = false;
   std::function<void(PopUpButton&)> action_;
+  std::function<void(PopUpButton&)> openAction_;
+  std::function<void(PopUpButton&)> closeAction_;
 };
 
 }  // namespace corvane

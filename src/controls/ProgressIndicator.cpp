@@ -7,6 +7,16 @@ ProgressIndicator::ProgressIndicator(const Dispatch& dispatch, std::string name)
   setHidden(true);
 }
 
+ProgressIndicator::ProgressIndicator(ControlSet& set, std::string name)
+    : Control(set, std::move(name)) {
+  setHidden(true);
+}
+
+void ProgressIndicator::setRunning(bool running) {
+  change(running_, running ? 1 : 0);
+  setHidden(!running);
+}
+
 void ProgressIndicator::start() {
   change(running_, running_ + 1);
   setHidden(false);

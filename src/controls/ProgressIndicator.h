@@ -11,10 +11,14 @@ namespace corvane {
 class ProgressIndicator : public Control {
  public:
   ProgressIndicator(const Dispatch& dispatch, std::string name);
+  ProgressIndicator(ControlSet& set, std::string name);
 
   /// Overlapping pieces of work each start and stop it; it runs as long as one of them does.
   void start();
   void stop();
+
+  /// Starts or stops it whatever was started before: for work that is counted elsewhere.
+  void setRunning(bool running);
   bool isRunning() const { return running_ > 0; }
 
   /// 0 to 1; nothing when it cannot be told.

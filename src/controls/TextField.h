@@ -13,6 +13,7 @@ class TextField : public Control {
 
   const std::string& text() const { return text_; }
   void setText(const std::string& text) { change(text_, text); }
+  void clear() override { setText(""); }
 
  private:
   std::string text_;

@@ -56,4 +56,11 @@ std::vector<std::string> Volumes::tellLeftUnmounted() {
   return leftUnmounted_;
 }
 
+std::string leftUnmountedNote(const std::vector<std::string>& names) {
+  if (names.empty()) return {};
+  std::string note = "a firmware update did not end; these volumes may still be unmounted:";
+  for (const std::string& name : names) note += " " + name;
+  return note;
+}
+
 }  // namespace corvane

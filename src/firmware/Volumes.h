@@ -34,4 +34,8 @@ class Volumes {
   std::vector<std::string> leftUnmounted_;
 };
 
+/// The sentence that tells a person which volumes an update that did not end left unmounted; empty
+/// when there are none.
+std::string leftUnmountedNote(const std::vector<std::string>& names);
+
 }  // namespace corvane

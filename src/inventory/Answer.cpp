@@ -23,7 +23,7 @@ std::string reasonText(const NoValue& none) {
     case Reason::NoAnswer:
       return with("no answer", none.text);
     case Reason::Missing:
-      return "corvaneutil is not installed";
+      return "not installed";
     case Reason::Hangs:
       return "the tool does not answer";
     case Reason::Refused:

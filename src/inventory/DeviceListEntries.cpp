@@ -37,7 +37,7 @@ std::optional<DeviceListEntry> makeEntry(const Platform& platform,
   DeviceListEntry entry;
   entry.image = icon;
   entry.WWN = info->port1Info.WWNN;
-  entry.Sequence = fmt::format("{} - {}", textOrNull(info->devicePort), info->deviceSequence);
+  entry.Sequence = info->label();
   entry.obj = device;
   entry.Version = info->port1Info.fwVer;
   entry.ProductType = textOrNull(port1->procudtTpe());

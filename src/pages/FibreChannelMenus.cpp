@@ -5,24 +5,14 @@
 #include <algorithm>
 #include <array>
 
-#include "discovery/Products.h"
+#include "fibre_channel/FibreChannelOffers.h"
 #include "fibre_channel/FibreChannelProtocol.h"
-#include "text/WholeNumber.h"
 
 namespace corvane {
 
 namespace {
 
-constexpr size_t indexOf2G = 1;
-constexpr size_t indexOf16G = 3;
-constexpr size_t indexOfArbitratedLoop = 2;
-constexpr std::array<size_t, 2> indicesOfLargestDepths{0, 1};
-
 constexpr int64_t dividerTag = -1;
-
-bool is16G(std::string_view productType) {
-  return productType == corvane2_16G_FC || productType == corvane3_F2;
-}
 
 PopUpItem speedItem(uint64_t speed) {
   return {static_cast<int64_t>(speed), speedText(speed).value(), false};
@@ -32,18 +22,12 @@ PopUpItem topologyItem(uint64_t topology) {
   return {static_cast<int64_t>(topology), topologyText(topology).value(), false};
 }
 
-// The number at a fixed place of the version text; what lies beyond its end counts as nothing.
-int32_t versionNumberAt(std::string_view version, size_t position, size_t width) {
-  return position < version.size() ? leadingWholeNumber(version.substr(position, width)) : 0;
-}
-
-bool takesLargestDepths(std::string_view driverVersion) {
-  constexpr size_t lengthWithShortPatch = 6;
-  const size_t patchWidth = driverVersion.size() < lengthWithShortPatch ? 1 : 2;
-  const int32_t major = versionNumberAt(driverVersion, 0, 1);
-  const int32_t minor = versionNumberAt(driverVersion, 2, 1);
-  const int32_t patch = versionNumberAt(driverVersion, 4, patchWidth);
-  return major > 2 || (major == 2 && (minor != 0 || patch >= 8));
+// Hides the items of values that are not offered. A divider is never on show.
+void showOffered(PopUpButton& menu, const std::vector<int64_t>& offered) {
+  for (size_t index = 0; index < menu.items().size(); ++index) {
+    const int64_t tag = menu.items()[index].tag;
+    menu.setItemHidden(index, std::find(offered.begin(), offered.end(), tag) == offered.end());
+  }
 }
 
 bool isOffered(const PopUpButton& menu, int64_t tag) {
@@ -82,51 +66,16 @@ std::vector<PopUpItem> queueDepthMenuItems() {
   return items;
 }
 
-bool hasArbitratedLoop(std::string_view productType) {
-  return !is16G(productType);
-}
-
 void trimSpeedMenu(PopUpButton& menu, std::string_view productType) {
-  const bool is8G = productType == corvane2_8G_FC || productType == corvane3_8G_FC;
-  menu.setItemHidden(indexOf16G, is8G);
-  menu.setItemHidden(indexOf2G, productType == corvane3_F2);
+  showOffered(menu, offeredSpeeds(productType));
 }
 
 void trimTopologyMenu(PopUpButton& menu, std::string_view productType) {
-  menu.setItemHidden(indexOfArbitratedLoop, !hasArbitratedLoop(productType));
+  showOffered(menu, offeredTopologies(productType));
 }
 
 void trimQueueDepthMenu(PopUpButton& menu, std::string_view driverVersion) {
-  const bool hidden = !takesLargestDepths(driverVersion);
-  for (const size_t index : indicesOfLargestDepths) menu.setItemHidden(index, hidden);
-}
-
-std::optional<std::string> speedText(uint64_t speed) {
-  switch (speed) {
-    case speedAutomatic:
-      return "Automatic";
-    case speed2G:
-      return "2 Gbps";
-    case speed4G:
-      return "4 Gbps";
-    case speed8G:
-      return "8 Gbps";
-    case speed16G:
-      return "16 Gbps";
-    default:
-      return std::nullopt;
-  }
-}
-
-std::optional<std::string> topologyText(uint64_t topology) {
-  switch (topology) {
-    case topologyPointToPoint:
-      return "Point to Point";
-    case topologyArbitratedLoop:
-      return "Arbitrated Loop";
-    default:
-      return std::nullopt;
-  }
+  showOffered(menu, offeredQueueDepths(driverVersion));
 }
 
 void showSpeed(PopUpButton& menu, uint64_t speed) {
@@ -139,11 +88,6 @@ void showTopology(PopUpButton& menu, uint64_t topology) {
 
 void showQueueDepth(PopUpButton& menu, uint64_t depth) {
   showValue(menu, depth, std::to_string(depth));
-}
-
-uint64_t speedToSend(std::string_view productType, int64_t tag) {
-  const auto speed = static_cast<uint64_t>(tag);
-  return speed == speedAutomatic && is16G(productType) ? speedAutomaticOf16G : speed;
 }
 
 }  // namespace corvane

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -23,9 +21,6 @@ std::vector<PopUpItem> topologyMenuItems();
 /// Tags are queue depths. The two that older drivers do not take lie at indices 0 and 1.
 std::vector<PopUpItem> queueDepthMenuItems();
 
-/// Whether an adapter of that product can be part of an arbitrated loop.
-bool hasArbitratedLoop(std::string_view productType);
-
 /// Hide what an adapter of that product does not offer, and show the rest.
 void trimSpeedMenu(PopUpButton& menu, std::string_view productType);
 void trimTopologyMenu(PopUpButton& menu, std::string_view productType);
@@ -33,17 +28,10 @@ void trimTopologyMenu(PopUpButton& menu, std::string_view productType);
 /// Hides what a driver of that version does not take, and shows the rest.
 void trimQueueDepthMenu(PopUpButton& menu, std::string_view driverVersion);
 
-/// The text of a known speed or topology; nothing for any other value.
-std::optional<std::string> speedText(uint64_t speed);
-std::optional<std::string> topologyText(uint64_t topology);
-
 /// Select the item that stands for the value. A value whose item is hidden, or that has none, is
 /// shown plainly.
 void showSpeed(PopUpButton& menu, uint64_t speed);
 void showTopology(PopUpButton& menu, uint64_t topology);
 void showQueueDepth(PopUpButton& menu, uint64_t depth);
-
-/// What is sent to an adapter of that product for the speed item with that tag.
-uint64_t speedToSend(std::string_view productType, int64_t tag);
 
 }  // namespace corvane

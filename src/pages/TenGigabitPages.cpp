@@ -1,14 +1,15 @@
 #include "pages/TenGigabitPages.h"
 
-#include <optional>
 #include <utility>
 #include <variant>
-#include <vector>
 
 #include "CLIParser/toolReports.h"
 #include "DeviceMonitorCORVANE2_10GE/Corvane2Device_10GE.h"
 #include "DeviceMonitorCORVANE2_10GE/SEPort.h"
-#include "discovery/Products.h"
+#include "changes/ChangeSender.h"
+#include "discovery/DriverFitness.h"
+#include "inventory/InstalledDriver.h"
+#include "pages/DumpPages.h"
 
 namespace corvane {
 
@@ -25,177 +26,131 @@ const char* const wrongModuleWarning10G =
 
 namespace {
 
-constexpr const char* bundleName = "Corvane2-10GE.kext";
-constexpr const char* bundleVersionKey = "CFBundleVersion";
-constexpr const char* missingVersion = "0.0.0";
+constexpr const char* driverTooOld = "The installed driver is too old for this setting.";
 
-/// The room for a driver version, its terminator included.
-constexpr size_t versionCapacity = 16;
-
-int64_t tagOf(PerformanceMode mode) {
-  return static_cast<int64_t>(mode);
-}
+constexpr auto customMode = static_cast<int64_t>(PerformanceMode::Custom);
 
 std::vector<PopUpItem> modeItems() {
-  return {{tagOf(PerformanceMode::LowLatency), "Low Latency"},
-          {tagOf(PerformanceMode::Balanced), "Balanced"},
-          {tagOf(PerformanceMode::HighThroughput), "High Throughput"},
-          {tagOf(PerformanceMode::Server), "Server"}};
+  std::vector<PopUpItem> items;
+  for (const int64_t mode : offeredValues(Setting::Mode, {}, {}))
+    items.push_back({mode, settingText(Setting::Mode, mode), false});
+  return items;
 }
 
-/// The operation that applies the preset with that tag; null when there is none.
-using PresetOperation = int64_t (commandAPI::*)(const std::string&);
-
-PresetOperation presetOperation(std::optional<int64_t> tag) {
-  if (tag == tagOf(PerformanceMode::LowLatency)) return &commandAPI::setLowLatencyMode;
-  if (tag == tagOf(PerformanceMode::Balanced)) return &commandAPI::setBalancedMode;
-  if (tag == tagOf(PerformanceMode::HighThroughput)) return &commandAPI::setHighThroughputMode;
-  if (tag == tagOf(PerformanceMode::Server)) return &commandAPI::setServerMode;
-  return nullptr;
-}
-
-std::shared_ptr<SEPort> portOf(const Corvane2Device_10GE& adapter, int64_t portIndex) {
-  return portIndex == 0 ? adapter.port1() : adapter.port2();
-}
-
-bool isAscii(const std::string& text) {
-  for (const char character : text) {
-    if (static_cast<unsigned char>(character) >= 0x80) return false;
+void setOutOfUse(Control& control, OutOfUse reason, bool holds, const std::string& hint) {
+  if (holds) {
+    control.setOutOfUse(reason, hint);
+  } else {
+    control.clearOutOfUse(reason);
   }
-  return true;
 }
 
-/// The driver's version when the bundle at `path` has one that fits the room for it.
-std::optional<std::string> driverVersion(Bundles& bundles, const std::string& path) {
-  const auto value = bundles.infoValue(path, bundleVersionKey);
-  const std::string* version = value ? value->text() : nullptr;
-  if (!version || version->size() >= versionCapacity || !isAscii(*version)) return std::nullopt;
-  return *version;
+// A tool that does not run prints as little of the setting as one whose driver does not know it.
+bool printedNothing(const Answer<bool>& setting) {
+  return setting.lacksFor(Reason::NotOffered) || setting.lacksFor(Reason::Missing) ||
+         setting.lacksFor(Reason::Hangs);
+}
+
+std::string notReadText(const NoValue& none) {
+  return "Not read: " + reasonText(none) + ".";
 }
 
 }  // namespace
 
 TenGigabitPages::TenGigabitPages(const Platform& platform, MainWindowControls& controls,
-                                 ControllerState& state,
-                                 std::function<int64_t()> compareDriverVersion)
+                                 ControllerState& state)
     : platform_(platform),
       controls_(controls),
       state_(state),
-      compareDriverVersion_(std::move(compareDriverVersion)),
       command_(platform.shell, platform.paths),
       setCommand_(std::make_shared<commandAPI>(platform.shell, platform.paths)),
-      self_(std::make_shared<TenGigabitPages*>(this)) {
+      reader_(command_, *setCommand_),
+      mainWork_(platform.dispatch, *this) {
   controls_.settingMode.setItems(modeItems());
   controls_.settingMode.setAction([this](PopUpButton& menu) { setUserMode(menu); });
+  controls_.settingMode.setOpenAction([this](PopUpButton&) { modeTarget_ = shown_; });
+  controls_.settingMode.setCloseAction([this](PopUpButton&) {
+    modeTarget_.reset();
+    if (reading_ && !busy_ && !isDump_) renderMode();
+  });
   controls_.enableTCPipv4.setAction([this](CheckBox& checkBox) { enablePortTCPipv4(checkBox); });
   controls_.enableRSC.setAction([this](CheckBox& checkBox) { enablePortRSC(checkBox); });
 }
 
+void TenGigabitPages::whenSettled(std::function<void(const ChangeOutcome&)> settled) {
+  settled_ = std::move(settled);
+}
+
+void TenGigabitPages::letGoOfDeparted() {
+  if (modeTarget_ && modeTarget_->isGone()) controls_.settingMode.close();
+  if (!shown_ || !shown_->isGone()) return;
+  shown_.reset();
+  reading_.reset();
+}
+
+// What is on show.
+
+std::optional<DeviceListEntry> TenGigabitPages::selectedAdapter() const {
+  auto entry = state_.CorvaneList.entry(state_.intSelectRow);
+  if (!entry || entry->family() != AdapterFamily::TenGigabit) return std::nullopt;
+  return entry;
+}
+
+UsablePorts TenGigabitPages::usablePorts() const {
+  const auto isEnabled = [](const std::shared_ptr<SEPort>& port) {
+    return port && port->isAccessAbleflag() == 1;
+  };
+  const auto& adapter = state_.corvaneDevice_10GE;
+  if (!adapter) return {};
+  return {isEnabled(adapter->port1()), isEnabled(adapter->port2())};
+}
+
 void TenGigabitPages::show10GportInfo(int64_t portIndex) {
   const auto adapter = selectedAdapter();
-  const auto port = adapter ? portOf(*adapter, portIndex) : nullptr;
+  auto port = adapter ? PortTarget::of(*adapter, portIndex + 1) : std::nullopt;
   if (!port) return;
-  const CommandTurn page;
-  state_.corvaneDevice_10GE = adapter;
+  state_.corvaneDevice_10GE = std::get<std::shared_ptr<Corvane2Device_10GE>>(adapter->obj);
   state_.selectPort = portIndex + 1;
-  command_.setNicName(port->nicNum().value_or(""));
-  controls_.macAddress.setText(port->macAddr() ? *port->macAddr() : "");
-  controls_.enName.setText(port->nicNum().value_or(""));
-  if (compareDriverVersion_() != 0) {
-    disableSettings(portIndex);
-  } else {
-    showSettings(*adapter, *port);
-  }
-  showLink();
-  controls_.MTUvalue.setText(std::to_string(command_.getMTU(command_)));
+  shown_ = std::move(port);
+  reading_ = readPort(*shown_);
+  renderPort();
+}
+
+TenGigabitPortReading TenGigabitPages::readPort(const PortTarget& port) {
+  if (isDump_) return dumpedTenGigabitPort(port);
+  return reader_.read(port,
+                      compareDriverVersion(AdapterFamily::TenGigabit, state_.driverVersion_10G));
 }
 
 void TenGigabitPages::show10GDeviceInfo() {
-  const bool isRelease10_8 =
-      platform_.systemVersion.productVersion().find("10.8.") != std::string::npos;
-  const std::string& folder =
-      isRelease10_8 ? platform_.paths.systemExtensions : platform_.paths.localExtensions;
-  const auto version = driverVersion(platform_.bundles, folder + bundleName);
-  controls_.drvVer_10GE.setText(version.value_or("N/A"));
-  state_.driverVersion_10G = version.value_or(missingVersion);
+  const InstalledDriver driver(platform_, AdapterFamily::TenGigabit);
+  state_.driverVersion_10G = driver.versionOrMissing();
+  controls_.drvVer_10GE.setText(driver.version().value_or(isDump_ ? notInDump : "N/A"));
   const auto adapter = selectedAdapter();
-  const auto port = adapter ? adapter->port1() : nullptr;
-  if (port) controls_.productType10G.setText(port->procudtTpe().value_or(""));
+  if (adapter) controls_.productType10G.setText(adapter->ProductType);
 }
 
-void TenGigabitPages::enablePortTCPipv4(CheckBox& checkBox) {
-  // The setting reads and writes 1 for off and 2 for on, unlike every other one.
-  writeAndSave("TCPipv4ChecksumEnable", checkBox.state() + 1);
-}
-
-void TenGigabitPages::enablePortRSC(CheckBox& checkBox) {
-  writeAndSave("RSCEnable", checkBox.state());
-}
-
-void TenGigabitPages::setUserMode(PopUpButton& menu) {
-  useInterfaceOnShow();
-  const PresetOperation apply = presetOperation(menu.selectedTag());
-  if (!apply) return;
-  holdCommands();
-  const auto release = [self = std::weak_ptr(self_)] {
-    if (const auto pages = self.lock()) (*pages)->releaseCommands();
-  };
-  const auto work = [apply, release, setCommand = setCommand_, nicName = command_.nicName(),
-                     &dispatch = platform_.dispatch] {
-    ((*setCommand).*apply)(nicName);
-    dispatch.asyncMain(release);
-  };
-  platform_.dispatch.asyncGlobal(QueuePriority::Background, work);
-}
-
-std::vector<Control*> TenGigabitPages::commandControls() const {
-  return {&controls_.settingMode, &controls_.enableTCPipv4, &controls_.enableRSC,
-          &controls_.port1Button, &controls_.port2Button,   &controls_.refreshButton,
-          &controls_.deviceTable, &controls_.authView};
-}
-
-void TenGigabitPages::holdCommands() {
-  for (Control* control : commandControls()) control->suspend();
-  controls_.modeProgress.start();
-}
-
-void TenGigabitPages::releaseCommands() {
-  controls_.modeProgress.stop();
-  for (Control* control : commandControls()) control->resume();
-}
-
-std::shared_ptr<Corvane2Device_10GE> TenGigabitPages::selectedAdapter() const {
-  const auto entry = state_.CorvaneList.entry(state_.intSelectRow);
-  if (!entry) return nullptr;
-  const auto* adapter = std::get_if<std::shared_ptr<Corvane2Device_10GE>>(&entry->obj);
-  return adapter ? *adapter : nullptr;
-}
-
-void TenGigabitPages::disableSettings(int64_t portIndex) {
-  controls_.settingMode.setEnabled(false);
-  if (portIndex != 0) controls_.enableTCPipv4.setEnabled(false);
-}
-
-void TenGigabitPages::showSettings(const Corvane2Device_10GE& adapter, const SEPort& port) {
-  showModule(findModuleClass(adapter, port));
-  showMode();
-  showChecksumOffload();
-  showReceiveCoalescing();
-}
-
-int64_t TenGigabitPages::findModuleClass(const Corvane2Device_10GE& adapter, const SEPort& port) {
-  const auto firstPort = adapter.port1();
-  const SEPort& unknownModulesPort = firstPort ? *firstPort : port;
-  command_.setCommandTittle("SFPModule");
-  for (int64_t candidate = firstModuleClass; candidate <= lastModuleClass; ++candidate) {
-    const bool reported = command_.getSFPinfo(command_) == candidate;
-    const SEPort& judged = candidate == unknownModuleClass ? unknownModulesPort : port;
-    if (reported && judged.procudtTpe() == corvane2_10G_SFP) return candidate;
+void TenGigabitPages::renderPort() {
+  controls_.macAddress.setText(reading_->macAddress.valueOr(""));
+  controls_.enName.setText(reading_->enName.valueOr(""));
+  renderProgress();
+  if (isDump_) return renderDump();
+  const bool isTooOld = reading_->moduleClass.lacksFor(Reason::DriverTooOld);
+  setOutOfUse(controls_.settingMode, OutOfUse::DriverTooOld, isTooOld, driverTooOld);
+  setOutOfUse(controls_.enableTCPipv4, OutOfUse::DriverTooOld, isTooOld && reading_->port == 2,
+              driverTooOld);
+  if (!isTooOld) {
+    renderModule();
+    renderMode();
+    renderChecksumOffload();
+    renderReceiveCoalescing();
   }
-  return 0;
+  renderLink();
 }
 
-void TenGigabitPages::showModule(int64_t moduleClass) {
+void TenGigabitPages::renderModule() {
+  const int64_t reported = reading_->moduleClass.valueOr(0);
+  const int64_t moduleClass = showsModuleOfClass(*shown_, reported) ? reported : 0;
   const std::string name(moduleClassName(moduleClass));
   const bool isUsable = !name.empty();
   const bool isWrong = moduleClass == unknownModuleClass;
@@ -207,60 +162,127 @@ void TenGigabitPages::showModule(int64_t moduleClass) {
   if (isWrong) controls_.SFPerrrorMessage10G.setText(wrongModuleWarning10G);
 }
 
-void TenGigabitPages::showMode() {
-  const int64_t mode = setCommand_->returnCurrentMode(command_.nicName());
-  controls_.settingMode.selectItemWithTag(mode);
-  if (mode == tagOf(PerformanceMode::Custom)) controls_.settingMode.showPlainValue("Custom");
-}
-
-void TenGigabitPages::showChecksumOffload() {
-  command_.setCommandTittle("TCPipv4ChecksumEnable");
-  const int64_t value = leadingInteger(command_.getCommand(command_).value_or(""));
-  if (value == 1) controls_.enableTCPipv4.setOn(false);
-  if (value == 2) controls_.enableTCPipv4.setOn(true);
-}
-
-void TenGigabitPages::showReceiveCoalescing() {
-  command_.setCommandTittle("RSCEnable");
-  const bool isUnknownToDriver = command_.checkCommand(command_);
-  controls_.enableRSC.setHidden(isUnknownToDriver);
-  if (isUnknownToDriver) return;
-  const std::string value = trimmedText(command_.getCommand(command_).value_or(""));
-  if (value == "0x00000001") {
-    controls_.enableRSC.setOn(true);
-  } else if (value == "0x00000000") {
-    controls_.enableRSC.setOn(false);
-  } else {
-    controls_.enableRSC.setEnabled(false);
+// A menu that is open is left alone.
+void TenGigabitPages::renderMode() {
+  if (controls_.settingMode.isOpen()) return;
+  const auto mode = presetMode(reading_->preset);
+  controls_.settingMode.selectItemWithTag(mode.valueOr(customMode));
+  if (!mode) {
+    controls_.settingMode.showPlainValue("Not read");
+  } else if (*mode == customMode) {
+    controls_.settingMode.showPlainValue("Custom");
   }
 }
 
-void TenGigabitPages::showLink() {
-  constexpr auto noLink = static_cast<int64_t>(LinkState::NoLink);
-  constexpr auto link = static_cast<int64_t>(LinkState::Link);
-  if (command_.getNICstatus(command_) == noLink) {
+void TenGigabitPages::renderChecksumOffload() {
+  if (reading_->checksumOffload) controls_.enableTCPipv4.setOn(*reading_->checksumOffload);
+}
+
+void TenGigabitPages::renderReceiveCoalescing() {
+  const auto& state = reading_->receiveCoalescing;
+  const bool isHidden = printedNothing(state);
+  controls_.enableRSC.setHidden(isHidden);
+  if (state) controls_.enableRSC.setOn(*state);
+  setOutOfUse(controls_.enableRSC, OutOfUse::Senseless, !state && !isHidden,
+              state ? "" : notReadText(state.none()));
+}
+
+void TenGigabitPages::renderLink() {
+  if (reading_->hasLink.is(false)) {
     controls_.enStatus.setText("No Link");
-  } else if (command_.getNICstatus(command_) == link) {
-    controls_.enStatus.setText(command_.getCurrendSpeed(command_));
   } else {
-    controls_.enStatus.setText("Unknow");
+    const bool hasLink = reading_->hasLink.is(true);
+    controls_.enStatus.setText(hasLink ? reading_->medium.valueOr("Unknow") : "Unknow");
   }
+  controls_.MTUvalue.setText(std::to_string(reading_->MTU.valueOr(0)));
 }
 
-void TenGigabitPages::useInterfaceOnShow() {
-  const auto& adapter = state_.corvaneDevice_10GE;
-  const bool isPortOnShow = state_.selectPort == 1 || state_.selectPort == 2;
-  const auto port = adapter && isPortOnShow ? portOf(*adapter, state_.selectPort - 1) : nullptr;
-  if (port) command_.setNicName(port->nicNum().value_or(""));
+void TenGigabitPages::renderDump() {
+  controls_.enStatus.setText(notInDump);
+  controls_.MTUvalue.setText(notInDump);
+  for (TextField* module : {&controls_.SFPTypeLabel, &controls_.SFPInfoContent,
+                            &controls_.SFPInfoModule, &controls_.SFPerrrorMessage10G})
+    module->setHidden(true);
+  controls_.settingMode.showPlainValue(notInDump);
 }
 
-void TenGigabitPages::writeAndSave(const char* title, int64_t value) {
-  const CommandTurn change;
-  useInterfaceOnShow();
-  command_.setSetValue(std::to_string(value));
-  command_.setCommandTittle(title);
-  command_.setCommand(command_);
-  command_.saveCommand(command_);
+// The bar belongs to the port that is being changed, so it is seen on that port's page alone.
+void TenGigabitPages::renderProgress() {
+  controls_.modeProgress.setRunning(busy_ && shown_ && busy_->isSamePort(*shown_));
+}
+
+// Changes.
+
+void TenGigabitPages::enablePortTCPipv4(CheckBox& checkBox) {
+  writeSetting({Setting::ChecksumOffload, checkBox.state()});
+}
+
+void TenGigabitPages::enablePortRSC(CheckBox& checkBox) {
+  writeSetting({Setting::ReceiveCoalescing, checkBox.state()});
+}
+
+void TenGigabitPages::writeSetting(const SettingWish& wish) {
+  if (!shown_) return;
+  ChangeOutcome outcome = outcomeFor(*shown_, wish);
+  if (reading_) outcome.before = settingIn(*reading_, wish.setting);
+  if (shown_->isGone()) {
+    outcome.outcome = Outcome::GoneBefore;
+  } else {
+    outcome.after = sendToTool(*shown_, wish, command_);
+  }
+  settle(outcome);
+}
+
+void TenGigabitPages::setUserMode(PopUpButton& menu) {
+  const auto port = modeTarget_ ? modeTarget_ : shown_;
+  const auto tag = menu.selectedTag();
+  if (!port || !tag) return;
+  ChangeOutcome outcome = outcomeFor(*port, {Setting::Mode, *tag});
+  if (reading_ && port->isSamePort(*shown_)) outcome.before = settingIn(*reading_, Setting::Mode);
+  if (port->isGone()) {
+    outcome.outcome = Outcome::GoneBefore;
+    return settle(outcome);
+  }
+  applyInBackground(*port, outcome);
+}
+
+void TenGigabitPages::applyInBackground(const PortTarget& port, const ChangeOutcome& begun) {
+  holdCommands(port);
+  platform_.dispatch.asyncGlobal(
+      QueuePriority::Background,
+      [port, outcome = begun, way = mainWork_.way(), setCommand = setCommand_]() mutable {
+        outcome.after = applyMode(port, outcome.wish, *setCommand);
+        way.async([outcome](TenGigabitPages& pages) {
+          pages.releaseCommands();
+          pages.settle(outcome);
+        });
+      });
+}
+
+void TenGigabitPages::settle(ChangeOutcome outcome) {
+  if (outcome.outcome != Outcome::GoneBefore) {
+    outcome.outcome = judged(outcome.wish, outcome.after);
+    if (!outcome.after) outcome.reason = reasonText(outcome.after.none());
+  }
+  if (settled_) settled_(outcome);
+}
+
+std::vector<Control*> TenGigabitPages::commandControls() const {
+  return {&controls_.settingMode, &controls_.enableTCPipv4, &controls_.enableRSC,
+          &controls_.port1Button, &controls_.port2Button,   &controls_.refreshButton,
+          &controls_.deviceTable, &controls_.authView};
+}
+
+void TenGigabitPages::holdCommands(const PortTarget& port) {
+  for (Control* control : commandControls()) control->suspend();
+  busy_ = port;
+  renderProgress();
+}
+
+void TenGigabitPages::releaseCommands() {
+  busy_.reset();
+  renderProgress();
+  for (Control* control : commandControls()) control->resume();
 }
 
 }  // namespace corvane

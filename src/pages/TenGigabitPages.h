@@ -3,38 +3,43 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <string>
+#include <optional>
 #include <vector>
 
 #include "CLIParser/commandAPI.h"
 #include "CLIParser/commandBody.h"
+#include "changes/SettingChange.h"
+#include "inventory/PortReaders.h"
+#include "pages/FamilyPages.h"
+#include "platform/OwnedMainWork.h"
 #include "platform/Platform.h"
 #include "window/ControllerState.h"
-#include "window/MainWindowControls.h"
 
 namespace corvane {
 
-class Corvane2Device_10GE;
-class SEPort;
-
-/// The 10GbE pages of the main window: fills them and carries out what the user changes there.
+/// The 10GbE pages of the main window: renders what was read of the adapter on show, and carries
+/// out what the user changes there, for the port that was on show when they began to.
 ///
 /// Main thread only. Reads and changes of a setting block it until the tool has answered; a tool
 /// that hangs is given up after commandTimeLimit. A preset alone is applied in the background; the
 /// controls that would start another command are suspended and modeProgress runs until it is done.
-class TenGigabitPages {
+class TenGigabitPages final : public FamilyPages {
  public:
-  /// Gives the mode menu its items and the three changing controls their actions.
-  /// `compareDriverVersion` tells whether the installed driver is too old for the settings: 0 when
-  /// it is not. `controls`, `state` and what the platform refers to outlive the object; a preset
-  /// that is still being applied when the object goes is applied to its end.
-  TenGigabitPages(const Platform& platform, MainWindowControls& controls, ControllerState& state,
-                  std::function<int64_t()> compareDriverVersion);
+  /// Gives the mode menu its items and the three changing controls their actions. `controls`,
+  /// `state` and what the platform refers to outlive the object; a preset that is still being
+  /// applied when the object goes is applied to its end.
+  TenGigabitPages(const Platform& platform, MainWindowControls& controls, ControllerState& state);
   TenGigabitPages(const TenGigabitPages&) = delete;
   TenGigabitPages& operator=(const TenGigabitPages&) = delete;
 
   /// The channel for single commands. The lock asks with it whether the driver knows RSC.
   commandBody& command() { return command_; }
+
+  /// From now on no driver and no tool answers: what only they could tell is not in the dump.
+  void showDump() { isDump_ = true; }
+
+  /// `settled` is called for each change of a setting with what came of it.
+  void whenSettled(std::function<void(const ChangeOutcome&)> settled);
 
   /// Fills the port page for the adapter in the selected row: 0 is port 1, 1 is port 2. Without
   /// such an adapter nothing changes.
@@ -43,39 +48,61 @@ class TenGigabitPages {
   /// Fills the device page for the adapter in the selected row and reads the driver's version.
   void show10GDeviceInfo();
 
+  /// What the port page shows; nothing before a port was shown.
+  const std::optional<TenGigabitPortReading>& reading() const { return reading_; }
+
+  /// The port that the port page shows; nothing before one was shown.
+  const std::optional<PortTarget>& portOnShow() const { return shown_; }
+
   /// The user switched a check box: the setting is written to the port on show, and saved.
   void enablePortTCPipv4(CheckBox& checkBox);
   void enablePortRSC(CheckBox& checkBox);
 
-  /// The user chose a preset: it is applied to the port on show, in the background.
+  /// The user chose a preset: it is applied, in the background, to the port that was on show when
+  /// the menu was opened.
   void setUserMode(PopUpButton& menu);
 
- private:
-  std::shared_ptr<Corvane2Device_10GE> selectedAdapter() const;
+  void showPort(int64_t portIndex) override { show10GportInfo(portIndex); }
+  void showDevice() override { show10GDeviceInfo(); }
+  UsablePorts usablePorts() const override;
+  Page portPage() const override { return Page::TenGigabitPort; }
+  Page devicePage() const override { return Page::TenGigabitDevice; }
+  void letGoOfDeparted() override;
 
-  void showSettings(const Corvane2Device_10GE& adapter, const SEPort& port);
-  void disableSettings(int64_t portIndex);
-  int64_t findModuleClass(const Corvane2Device_10GE& adapter, const SEPort& port);
-  void showModule(int64_t moduleClass);
-  void showMode();
-  void showChecksumOffload();
-  void showReceiveCoalescing();
-  void showLink();
+ private:
+  std::optional<DeviceListEntry> selectedAdapter() const;
+  TenGigabitPortReading readPort(const PortTarget& port);
+
+  void renderPort();
+  void renderModule();
+  void renderMode();
+  void renderChecksumOffload();
+  void renderReceiveCoalescing();
+  void renderLink();
+  void renderDump();
+  void renderProgress();
 
   std::vector<Control*> commandControls() const;
-  void holdCommands();
+  void holdCommands(const PortTarget& port);
   void releaseCommands();
 
-  void useInterfaceOnShow();
-  void writeAndSave(const char* title, int64_t value);
+  void writeSetting(const SettingWish& wish);
+  void applyInBackground(const PortTarget& port, const ChangeOutcome& begun);
+  void settle(ChangeOutcome outcome);
 
   const Platform platform_;
   MainWindowControls& controls_;
   ControllerState& state_;
-  std::function<int64_t()> compareDriverVersion_;
+  std::function<void(const ChangeOutcome&)> settled_;
   commandBody command_;
   std::shared_ptr<commandAPI> setCommand_;  ///< shared with the preset that is being applied
-  std::shared_ptr<TenGigabitPages*> self_;  ///< by it a preset that has ended reaches the pages
+  TenGigabitPortReader reader_;
+  std::optional<PortTarget> shown_;               ///< the port that the port page shows
+  std::optional<TenGigabitPortReading> reading_;  ///< of it
+  std::optional<PortTarget> modeTarget_;          ///< what the open mode menu is for
+  std::optional<PortTarget> busy_;                ///< the port that a preset is being applied to
+  bool isDump_ = false;
+  OwnedMainWork<TenGigabitPages> mainWork_;
 };
 
 /// Shown in place of the module's name when the adapter cannot use the module.

@@ -6,25 +6,18 @@ namespace corvane {
 
 namespace {
 
-constexpr const char* administratorRight = "system.privilege.admin";
-constexpr const char* rightName = "TEST";
-
-constexpr const char* administratorScript =
-    "do shell script \"chmod +s /usr/local/bin/corvaneutil \" with administrator privileges";
-constexpr const char* userCancelled = "User canceled.";
-
 constexpr const char* clickLock = "Click the lock to make changes.";
 constexpr const char* driverTooOld = "The installed driver is too old for this setting.";
 
 }  // namespace
 
 AdministratorLock::AdministratorLock(const Platform& platform, MainWindowControls& controls,
-                                     commandBody& command,
-                                     std::function<int64_t()> compareDriverVersion)
+                                     commandBody& command, std::function<int64_t()> driverFitness)
     : platform_(platform),
       controls_(controls),
       command_(command),
-      compareDriverVersion_(std::move(compareDriverVersion)),
+      driverFitness_(std::move(driverFitness)),
+      rights_(platform),
       closedHint_(clickLock) {
   controls_.authView.setAction([this](Button&) { toggle(); });
 }
@@ -34,12 +27,10 @@ AdministratorLock::~AdministratorLock() {
 }
 
 void AdministratorLock::setUp() {
-  platform_.authorization.setRight(administratorRight);
-  platform_.authorization.updateStatus();
-  platform_.authorization.setString(rightName);
+  rights_.setUp();
   if (!hasView_) return;
   platform_.authorization.setDelegate(this);
-  if (platform_.authorization.isAuthorized()) {
+  if (rights_.areHeld()) {
     controls_.authView.setOn(true);
   } else {
     close();
@@ -47,14 +38,11 @@ void AdministratorLock::setUp() {
 }
 
 void AdministratorLock::giveToolAdministratorRights() {
-  if (!mayAsk_ && platform_.scripts.asksForPassword()) return;
-  const ScriptResult result = platform_.scripts.run(administratorScript);
-  if (!result.succeeded && result.errorMessage == userCancelled) setUp();
+  if (!rights_.giveTool()) setUp();
 }
 
-bool AdministratorLock::authorize() {
-  platform_.authorization.setString(rightName);
-  return platform_.authorization.authorize();
+void AdministratorLock::openIfHeld() {
+  if (hasView_ && rights_.areHeld()) authorizationViewDidAuthorize();
 }
 
 void AdministratorLock::keepClosed(const std::string& reason) {
@@ -65,8 +53,8 @@ void AdministratorLock::keepClosed(const std::string& reason) {
 }
 
 void AdministratorLock::toggle() {
-  if (platform_.authorization.isAuthorized()) {
-    platform_.authorization.deauthorize();
+  if (rights_.areHeld()) {
+    rights_.giveUp();
   } else {
     authorize();
   }
@@ -74,18 +62,32 @@ void AdministratorLock::toggle() {
 
 void AdministratorLock::authorizationViewDidAuthorize() {
   controls_.authView.setOn(true);
-  for (Control* control : settings()) allow(*control, true);
-  if (compareDriverVersion_() != 0) {
-    controls_.settingMode.setEnabled(false);
-    controls_.settingMode.setHint(driverTooOld);
+  controls_.checkUpdate.setEnabled(true);
+  const TenGigabitPortControls& tenGigabit = controls_;
+  for (Control* control : controls_.changing())
+    if (control != &tenGigabit.enableTCPipv4 && control != &tenGigabit.enableRSC)
+      guard(*control, false);
+  openTenGigabitSettings();
+}
+
+// With a driver on show that is too old the tool is asked nothing; the next page that is shown
+// puts its settings right.
+void AdministratorLock::openTenGigabitSettings() {
+  if (driverFitness_() != 0) {
+    controls_.settingMode.setOutOfUse(OutOfUse::DriverTooOld, driverTooOld);
     return;
   }
-  allow(controls_.settingMode, true);
+  controls_.settingMode.clearOutOfUse(OutOfUse::DriverTooOld);
   controls_.settingMode.setAutoenablesItems(false);
-  allow(controls_.enableTCPipv4, true);
+  guard(controls_.enableTCPipv4, false);
   const bool known = driverKnowsCoalescing();
   controls_.enableRSC.setHidden(!known);
-  if (known) allow(controls_.enableRSC, true);
+  if (known) guard(controls_.enableRSC, false);
+}
+
+void AdministratorLock::pageWasShown() {
+  if (!hasView_ || !controls_.authView.isOn()) return;
+  for (Control* control : controls_.changing()) guard(*control, false);
 }
 
 void AdministratorLock::authorizationViewDidDeauthorize() {
@@ -93,24 +95,17 @@ void AdministratorLock::authorizationViewDidDeauthorize() {
   controls_.enableRSC.setHidden(!driverKnowsCoalescing());
 }
 
-/// What the lock guards for either family; the 10GbE page's own settings come besides.
-std::vector<Control*> AdministratorLock::settings() const {
-  return {&controls_.setSpeed,        &controls_.setTopology,   &controls_.checkUpdate,
-          &controls_.updateFW,        &controls_.setQueueDepth, &controls_.chooseALPA,
-          &controls_.queueDepthButton};
-}
-
 void AdministratorLock::close() {
   controls_.authView.setOn(false);
-  for (Control* control : settings()) allow(*control, false);
-  allow(controls_.enableTCPipv4, false);
-  allow(controls_.settingMode, false);
-  allow(controls_.enableRSC, false);
+  for (Control* control : controls_.changing()) guard(*control, true);
 }
 
-void AdministratorLock::allow(Control& control, bool allowed) {
-  control.setEnabled(allowed);
-  control.setHint(allowed ? "" : closedHint_);
+void AdministratorLock::guard(Control& control, bool locked) {
+  if (locked) {
+    control.setOutOfUse(OutOfUse::Locked, closedHint_);
+  } else {
+    control.clearOutOfUse(OutOfUse::Locked);
+  }
 }
 
 bool AdministratorLock::driverKnowsCoalescing() {

@@ -62,7 +62,7 @@ WindowSession::~WindowSession() {
 }
 
 void WindowSession::start() {
-  delegate_->whenDiscovered([this] {
+  delegate_->inventory().whenDiscovered([this] {
     if (launch_.isReadOnly()) tellUnlisted();
     emit discovered();
   });

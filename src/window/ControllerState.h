@@ -27,13 +27,10 @@ struct ControllerState {
   int64_t intProduct = 0;    ///< family of the selection: 1 Fibre Channel, 2 10GbE
   int64_t intSelectRow = 0;  ///< the selected row
   int64_t selectPort = 0;    ///< the port page on show: 1 or 2, 0 before any was
-  int64_t selectExcept = 0;
 
   /// The driver versions that the device pages last read; "0.0.0" when there was no bundle.
   std::string driverVersion_8G = "0.0.0";
   std::string driverVersion_10G = "0.0.0";
-
-  std::string iconName;
 
   /// The alert that tells of a firmware update, shown anew with changed texts at each step.
   AlertContent updateAlert;

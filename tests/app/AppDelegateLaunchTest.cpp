@@ -98,7 +98,7 @@ TEST_F(AppDelegateLaunchTest, DiscoveryIsToldOnceTheAttachedAdaptersAreListed) {
   plug(FakeTenGigabitAdapter{});
   int told = 0;
   size_t listed = 0;
-  app->whenDiscovered([&] {
+  app->inventory().whenDiscovered([&] {
     ++told;
     listed = app->state().CorvaneList.count();
     EXPECT_TRUE(dispatch.isMain());
@@ -106,23 +106,23 @@ TEST_F(AppDelegateLaunchTest, DiscoveryIsToldOnceTheAttachedAdaptersAreListed) {
   launch();
   EXPECT_EQ(told, 1);
   EXPECT_EQ(listed, 2U);
-  EXPECT_FALSE(app->hasFailedMonitor());
+  EXPECT_FALSE(app->inventory().hasFailedMonitor());
 }
 
 TEST_F(AppDelegateLaunchTest, DiscoveryIsToldWhenNothingCanBeRegistered) {
   fake.registry.failCreatePort = true;
   int told = 0;
-  app->whenDiscovered([&told] { ++told; });
+  app->inventory().whenDiscovered([&told] { ++told; });
   launch();
   EXPECT_EQ(told, 1);
-  EXPECT_TRUE(app->hasFailedMonitor());
+  EXPECT_TRUE(app->inventory().hasFailedMonitor());
   EXPECT_THAT(fake.prompts.alerts, IsEmpty()) << "the log alone tells of it";
 }
 
 TEST_F(AppDelegateLaunchTest, OneMonitorThatFailsLeavesTheOtherFamily) {
   fake.diskArbitration.failCreate = true;
   launch();
-  EXPECT_TRUE(app->hasFailedMonitor());
+  EXPECT_TRUE(app->inventory().hasFailedMonitor());
   plug(FakeTenGigabitAdapter{});
   EXPECT_EQ(labels(), std::vector<std::string>{"A - 1"});
 }

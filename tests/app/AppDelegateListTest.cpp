@@ -35,7 +35,7 @@ TEST_F(AppDelegateListTest, AnEntryOfAFibreChannelAdapter) {
   EXPECT_EQ(entry.ProductType, "Corvane2 16G FC");
   EXPECT_EQ(entry.pcidebug, "");
   EXPECT_EQ(entry.family(), AdapterFamily::FibreChannel);
-  EXPECT_EQ(std::get<0>(entry.obj), app->device().getDevice("20:00:00:10:9B:12:34:56"));
+  EXPECT_EQ(std::get<0>(entry.obj), app->inventory().device().getDevice("20:00:00:10:9B:12:34:56"));
 }
 
 TEST_F(AppDelegateListTest, AnEntryOfATenGigabitAdapter) {

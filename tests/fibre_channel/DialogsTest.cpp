@@ -11,6 +11,7 @@
 #include "fakes/FakePlatform.h"
 #include "fakes/ManualDispatch.h"
 #include "fibre_channel/ArbitratedLoopAddresses.h"
+#include "fibre_channel/ListedFibreChannelAdapter.h"
 
 using namespace corvane;
 using testing::ElementsAre;
@@ -62,6 +63,7 @@ class DialogsTest : public testing::Test {
   ManualDispatch dispatch;
   FakePlatform fake{dispatch};
   MainWindowControls controls{dispatch};
+  ListedFibreChannelAdapter adapter{fake};
 };
 
 // The queue-depth sheet.
@@ -69,8 +71,11 @@ class DialogsTest : public testing::Test {
 class QueueDepthSheetTest : public DialogsTest {
  protected:
   std::vector<uint32_t> confirmed;
-  FCQDepthViewController sheet{fake.platform(), controls,
-                               [this](uint32_t depth) { confirmed.push_back(depth); }};
+  FCQDepthViewController sheet{fake.platform(), controls, [this] { return adapter.port(1); },
+                               [this](const PortTarget& port, uint32_t depth) {
+                                 EXPECT_EQ(port.name(), "B - 2 port 1");
+                                 confirmed.push_back(depth);
+                               }};
 };
 
 TEST_F(QueueDepthSheetTest, OpensFromItsButton) {
@@ -148,8 +153,11 @@ TEST_F(QueueDepthSheetTest, WishToCloseCancels) {
 class MatrixTest : public DialogsTest {
  protected:
   std::vector<uint64_t> confirmed;
-  MatrixController matrix{fake.platform(), controls,
-                          [this](uint64_t alpa) { confirmed.push_back(alpa); }};
+  MatrixController matrix{fake.platform(), controls, [this] { return adapter.port(2); },
+                          [this](const PortTarget& port, uint64_t alpa) {
+                            EXPECT_EQ(port.name(), "B - 2 port 2");
+                            confirmed.push_back(alpa);
+                          }};
 };
 
 TEST_F(MatrixTest, OpensFromItsButtonWithNothingChosen) {
@@ -222,6 +230,34 @@ TEST(ArbitratedLoopAddresses, AreTheDisparityKeepingValuesBelowTheReservedOnes) 
 
 TEST(ArbitratedLoopAddresses, FillTheirMatrix) {
   EXPECT_EQ(addressMatrixRows * addressMatrixColumns, 126U);
+}
+
+// What the sheets are for.
+
+TEST_F(QueueDepthSheetTest, NamesItsPortAndClosesWhenThatGoes) {
+  sheet.showQDepth();
+  EXPECT_EQ(sheet.QDepthWindow.subject(), "B - 2 port 1");
+  sheet.letGoOfDeparted();
+  EXPECT_TRUE(sheet.QDepthWindow.isShown());
+  adapter.unplug();
+  sheet.letGoOfDeparted();
+  EXPECT_FALSE(sheet.QDepthWindow.isLoaded());
+}
+
+TEST_F(QueueDepthSheetTest, DoesNotOpenWithoutAPort) {
+  adapter.unplug();
+  sheet.showQDepth();
+  EXPECT_FALSE(sheet.QDepthWindow.isLoaded());
+}
+
+TEST_F(MatrixTest, NamesItsPortAndClosesWhenThatGoes) {
+  matrix.choosePortALPA();
+  EXPECT_EQ(matrix.matrixWindow.subject(), "B - 2 port 2");
+  matrix.selectMatrix(0xEF);
+  adapter.unplug();
+  matrix.letGoOfDeparted();
+  EXPECT_FALSE(matrix.matrixWindow.isLoaded());
+  EXPECT_THAT(confirmed, IsEmpty());
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include "fibre_channel/FibreChannelOffers.h"
 #include "pages/FibreChannelMenus.h"
 
 #include <gmock/gmock.h>

@@ -7,7 +7,6 @@
 
 #include "SFPController.h"
 #include "fibre_channel/FibreChannelFixture.h"
-#include "pages/DriverVersionComparison.h"
 #include "pages/FibreChannelPages.h"
 
 namespace corvane {
@@ -44,10 +43,9 @@ class FibreChannelPagesFixture : public FibreChannelFixture {
     EXPECT_EQ(controls.currentTopology.text(), topology);
   }
 
-  DriverVersionComparison comparison{state};
   SFPController sfp{fake.platform(), controls};
-  std::unique_ptr<FibreChannelPages> pages = std::make_unique<FibreChannelPages>(
-      fake.platform(), controls, state, sfp, [this] { return comparison.compareDriverVersion(); });
+  std::unique_ptr<FibreChannelPages> pages =
+      std::make_unique<FibreChannelPages>(fake.platform(), controls, state, sfp);
 };
 
 }  // namespace corvane

@@ -21,7 +21,7 @@ using FibreChannelPagesTest = FibreChannelPagesFixture;
 TEST_F(FibreChannelPagesTest, NoAdapterLeavesThePagesAlone) {
   pages->show8GDeviceInfo();
   pages->show8GPortInfo(0);
-  pages->FinalEnterQueueDepth(5);
+  EXPECT_FALSE(pages->portOnShow());
   EXPECT_THAT(fake.userClient.order(), IsEmpty());
   EXPECT_EQ(state.selectPort, 0);
   EXPECT_EQ(controls.drvVer_8G.text(), "");
@@ -103,9 +103,9 @@ TEST_F(FibreChannelPagesTest, DepthOfTheMenuGoesToTheFirstPortWhicheverIsOnShow)
 TEST_F(FibreChannelPagesTest, DepthOfTheSheetGoesToThePortOnShow) {
   attachCorvane2With8G();
   showPort(1);
-  pages->FinalEnterQueueDepth(33);
+  pages->FinalEnterQueueDepth(*pages->portOnShow(), 33);
   showPort(0);
-  pages->FinalEnterQueueDepth(34);
+  pages->FinalEnterQueueDepth(*pages->portOnShow(), 34);
   EXPECT_THAT(sent(15),
               ElementsAre(on(secondService, "<21000000>"), on(firstService, "<22000000>")));
 }
@@ -113,7 +113,7 @@ TEST_F(FibreChannelPagesTest, DepthOfTheSheetGoesToThePortOnShow) {
 TEST_F(FibreChannelPagesTest, DepthOfTheSheetGoesNowhereBeforeAPortWasShown) {
   attachCorvane2With8G();
   pages->show8GDeviceInfo();
-  pages->FinalEnterQueueDepth(33);
+  EXPECT_FALSE(pages->portOnShow()) << "the sheet is not even opened";
   EXPECT_THAT(sent(15), IsEmpty());
 }
 
@@ -383,7 +383,7 @@ TEST_F(FibreChannelPagesTest, SettingsAreMadeOnTheBackgroundQueueAndReadOnTheMai
   };
   chooseTag(controls.setSpeed, 4000);
   chooseTag(controls.setTopology, 1);
-  pages->FinalChoosePortALPA(0xEF);
+  pages->FinalChoosePortALPA(*pages->portOnShow(), 0xEF);
   dispatch.advance(10s);
   EXPECT_THAT(calledFromWorkers, ElementsAre(6U, 5U, 7U));
   EXPECT_THAT(
@@ -421,7 +421,7 @@ TEST_F(FibreChannelPagesTest, TopologyIsSentAsItsTag) {
 TEST_F(FibreChannelPagesTest, ConfirmedAddressIsSentToThePortOnShow) {
   attachCorvane2With8G();
   showPort(1);
-  pages->FinalChoosePortALPA(0xEF);
+  pages->FinalChoosePortALPA(*pages->portOnShow(), 0xEF);
   ports[secondService].hardAlpa = 0xEF;
   dispatch.advance(10s);
   EXPECT_THAT(sent(7), ElementsAre(on(secondService, "<ef000000>")));
@@ -433,7 +433,7 @@ TEST_F(FibreChannelPagesTest, NothingIsSetBeforeAPortWasShown) {
   pages->show8GDeviceInfo();
   chooseTag(controls.setSpeed, 8000);
   chooseTag(controls.setTopology, 0);
-  pages->FinalChoosePortALPA(0xEF);
+  EXPECT_FALSE(pages->portOnShow()) << "the sheet is not even opened";
   dispatch.advance(20s);
   EXPECT_THAT(sent(5), IsEmpty());
   EXPECT_THAT(sent(6), IsEmpty());

@@ -46,10 +46,10 @@ class OnlineUpdateBenchTest : public testing::Test {
     journal_.emplace(computer_->platform(), journalPath());
     app_.emplace(journal_->platform());
     bool discovered = false;
-    app_->whenDiscovered([&discovered] { discovered = true; });
+    app_->inventory().whenDiscovered([&discovered] { discovered = true; });
     app_->applicationDidFinishLaunching();
     ASSERT_TRUE(queue_.runUntil([&discovered] { return discovered; }, 60s));
-    app_->whenDiscovered(nullptr);
+    app_->inventory().whenDiscovered(nullptr);
     prompts_.alerts.clear();
   }
 

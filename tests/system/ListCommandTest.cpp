@@ -26,7 +26,7 @@ TEST_F(ListCommandTest, ListsTheDemoBenchInOrderOfTheLabels) {
   std::vector<std::string> labels;
   for (const auto& entry : answer.json()) {
     EXPECT_THAT(keysOf(entry), ElementsAre("image", "WWN", "Sequence", "Version", "ProductType",
-                                           "pcidebug", "family"));
+                                           "pcidebug", "family", "ports"));
     labels.push_back(entry.at("Sequence"));
   }
   EXPECT_THAT(labels, ElementsAre("A - 1", "A - 2", "B - 1", "B - 2", "C - 1", "D - 1"));
@@ -161,7 +161,7 @@ TEST_F(ListCommandTest, AWrongCommandLineIsToldApart) {
   EXPECT_EQ(corvane({}).status, 2);
   EXPECT_EQ(corvane({"frobnicate"}).status, 2);
   EXPECT_EQ(corvane({"list", "--frobnicate"}).status, 2);
-  EXPECT_EQ(corvane({"show"}).status, 2);
+  EXPECT_EQ(corvane({"set"}).status, 2);
   EXPECT_EQ(corvane({"--bench", bench("empty"), "--dump", "x", "list"}).status, 2);
 }
 

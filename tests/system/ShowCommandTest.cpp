@@ -16,8 +16,9 @@ TEST_F(ShowCommandTest, AFibreChannelAdapter) {
   const auto shown = answer.json();
   EXPECT_THAT(keysOf(shown), ElementsAre("family", "device", "ports"));
   EXPECT_EQ(shown.at("family"), "FC");
-  EXPECT_THAT(keysOf(shown.at("device")), ElementsAre("driverVersion", "firmwareVersion",
-                                                      "deviceWWN", "productType", "queueDepth"));
+  EXPECT_THAT(keysOf(shown.at("device")),
+              ElementsAre("driverVersion", "firmwareVersion", "pendingFirmware", "deviceWWN",
+                          "productType", "queueDepth"));
   EXPECT_EQ(shown.at("device").at("driverVersion"), "2.0.10");
   EXPECT_EQ(shown.at("device").at("firmwareVersion"), "10.0.803.15");
   EXPECT_EQ(shown.at("device").at("deviceWWN"), "20:00:00:10:9B:00:00:20");
@@ -34,7 +35,7 @@ TEST_F(ShowCommandTest, AFibreChannelAdapter) {
   EXPECT_EQ(port.at("pcidevice"), "Velmar Corvane2");
   EXPECT_EQ(port.at("linkState"), 0);
   EXPECT_THAT(keysOf(port.at("sfp")),
-              ElementsAre("result", "error", "infoEnabled", "Transceiver", "Connector",
+              ElementsAre("result", "error", "infoEnabled", "checksums", "Transceiver", "Connector",
                           "TransceiverCode", "SerialEncoding", "Bitrate", "VendorName", "VendorOUI",
                           "VendorPN", "VendorRev", "VendorSN", "ManuData"));
   EXPECT_EQ(port.at("sfp").at("result"), 0);

@@ -228,14 +228,14 @@ TEST_F(TenGigabitSettingsTest, AnOldDriverOffersNoMode) {
   auto document = state();
   document["drivers"]["Corvane2-10GE"] = "1.3.5";
   writeState(document);
-  expectRefused("--mode server", "out of use");
+  expectRefused("--mode server", "the driver is too old");
 }
 
 TEST_F(TenGigabitSettingsTest, ASettingThatIsNotTakenIsAFailure) {
   switchFault("tool-rubbish");
   const ProgramAnswer answer = set(1, "--mode server");
   EXPECT_EQ(answer.status, 1);
-  EXPECT_THAT(answer.json()["error"]["why"].get<std::string>(), HasSubstr("has not taken it"));
+  EXPECT_THAT(answer.json()["error"]["why"].get<std::string>(), HasSubstr("makes no sense"));
 }
 
 // A preset is several commands of the adapter's tool, of which no part must be left.

@@ -21,6 +21,7 @@ class PageTest : public testing::Test {
     computer.paths.scratchFile = (folder.path() / "corvaneOutput.txt").string();
     computer.shell.answer = [this](const std::string& line) { return shell.run(line); };
     state.intProduct = 2;
+    state.driverVersion_10G = newDriver;
     select(corvane2_10G_SFP);
   }
 
@@ -101,6 +102,9 @@ class PageTest : public testing::Test {
                                               media + "\n\tstatus: " + status + "\n");
   }
 
+  static constexpr const char* newDriver = "1.4.0";
+  static constexpr const char* oldDriver = "1.3.5";
+
   const std::string gap = std::string(8, ' ');
   TemporaryFolder folder;
   ManualDispatch dispatch;
@@ -110,8 +114,7 @@ class PageTest : public testing::Test {
   MainWindowControls controls{dispatch};
   ControllerState state;
   std::shared_ptr<Corvane2Device_10GE> adapter;
-  int64_t driverComparison = 0;
-  TenGigabitPages pages{platform, controls, state, [this] { return driverComparison; }};
+  TenGigabitPages pages{platform, controls, state};
 };
 
 }  // namespace corvane

@@ -269,7 +269,7 @@ TEST_F(PortPageTest, AnOddStatusIsUnknown) {
 
 class OldDriverTest : public PortPageTest {
  protected:
-  OldDriverTest() { driverComparison = 1; }
+  OldDriverTest() { state.driverVersion_10G = oldDriver; }
 };
 
 TEST_F(OldDriverTest, ReadsTheLinkAlone) {

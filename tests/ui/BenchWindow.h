@@ -34,7 +34,7 @@ class BenchWindow {
     delegate_ = std::make_unique<AppDelegate>(bench_->platform());
     window_ = std::make_unique<MainWindow>(*delegate_, prompts_);
     prompts_.setMainWindow(window_.get());
-    delegate_->whenDiscovered([this] { discovered_ = true; });
+    delegate_->inventory().whenDiscovered([this] { discovered_ = true; });
     delegate_->applicationDidFinishLaunching();
   }
 

@@ -56,7 +56,7 @@ void DialogsTest::cleanup() {
 
 void DialogsTest::open(Button& control, const char* dialog) {
   control.setHidden(false);
-  control.setEnabled(true);
+  control.clearOutOfUse(OutOfUse::Locked);
   control.click();
   QVERIFY(shown_->isOpen(dialog));
   QCOMPARE(shown_->widget<QWidget>(dialog).windowModality(), Qt::WindowModal);

@@ -44,7 +44,7 @@ void plugInSlowly(BenchState& state) {
 void FirmwareWindowTest::choosePackage() {
   shown_ = std::make_unique<BenchWindow>(plugInSlowly);
   QVERIFY(shown_->isDiscovered());
-  shown_->controls().updateFW.setEnabled(true);
+  shown_->controls().updateFW.clearOutOfUse(OutOfUse::Locked);
   shown_->widget<QPushButton>("updateFW").click();
   auto& panel = shown_->widget<QFileDialog>("openPanel");
   panel.selectFile(CORVANE_PACKAGES "/corvane2-11.4.204.pkg");

@@ -1,15 +1,18 @@
 #include "cli/session/AdapterReport.h"
 
-#include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 
 #include "CLIParser/toolReports.h"
-#include "Corvane2Info.h"
-#include "DeviceMonitorCORVANE2_10GE/Corvane2Device_10GE.h"
+#include "changes/SettingChange.h"
 #include "cli/session/ModeNames.h"
 #include "cli/session/TransceiverTexts.h"
+#include "discovery/Products.h"
+#include "fibre_channel/FibreChannelOffers.h"
+#include "fibre_channel/TransceiverFacts.h"
+#include "pages/FibreChannelPages.h"
+#include "pages/TenGigabitPages.h"
 
 namespace corvane {
 
@@ -17,143 +20,185 @@ namespace {
 
 using nlohmann::ordered_json;
 
-bool isFibreChannel(AppDelegate& app) {
-  return app.state().intProduct == static_cast<int64_t>(AdapterFamily::FibreChannel);
-}
+constexpr const char* noLinkText = "No Link";
 
 const char* familyName(AdapterFamily family) {
   return family == AdapterFamily::FibreChannel ? "FC" : "10GbE";
 }
 
-ordered_json shownTags(const PopUpButton& menu) {
-  auto tags = ordered_json::array();
-  for (const auto& item : menu.items())
-    if (!item.hidden) tags.push_back(item.tag);
-  return tags;
+ordered_json notRead(const NoValue& none, Reader reader) {
+  if (reader == Reader::Program) return nullptr;
+  return "not read: " + reasonText(none);
+}
+
+template <typename Value>
+ordered_json shown(const Answer<Value>& answer, Reader reader) {
+  return answer ? ordered_json(*answer) : notRead(answer.none(), reader);
+}
+
+/// A fact of what the driver told of a port.
+template <typename Fact>
+ordered_json told(const FibreChannelPortReading& port, Reader reader, Fact fact) {
+  return shown(port.information.map(fact), reader);
 }
 
 // Fibre Channel.
 
-ordered_json moduleResult(AppDelegate& app) {
-  constexpr int64_t usable = 0;
-  constexpr int64_t none = 1;
-  constexpr int64_t wrong = 2;
-  if (app.compareDriverVersion() != 0) return nullptr;
-  if (!app.controls().SFPErrorMessage.text().empty()) return wrong;
-  return app.controls().SFPInfoButton.isEnabled() ? usable : none;
+std::string speedWords(const FibreChannelPortInformation& told) {
+  if (!told.hasLink()) return noLinkText;
+  return settingText(Setting::Speed, static_cast<int64_t>(told.portSpeed));
 }
 
-ordered_json moduleFields(AppDelegate& app, const CorvaneAPI& port) {
-  ordered_json fields{{"result", moduleResult(app)},
-                      {"error", app.controls().SFPErrorMessage.text()},
-                      {"infoEnabled", app.controls().SFPInfoButton.isEnabled()}};
-  fields.update(transceiverTexts(port));
+std::string topologyWords(const FibreChannelPortInformation& told) {
+  if (!told.hasLink()) return noLinkText;
+  return settingText(Setting::Topology, static_cast<int64_t>(told.portTopology));
+}
+
+/// What the module's bytes say, as far as the driver operation's own test lets them be told.
+SFPDescription describedModule(const ModuleReading& module) {
+  SFPDescription description = decodeSFP(sfpReplyForEEPROM(module.eeprom));
+  description.result = module.result;
+  return description;
+}
+
+ordered_json checksumFields(const ModuleReading& module) {
+  const TransceiverFacts facts(module.eeprom);
+  return {{"base", facts.base().fits()}, {"extended", facts.extended().fits()}};
+}
+
+ordered_json moduleFields(const FibreChannelPortReading& port, Reader reader) {
+  const auto& module = port.module;
+  const bool isThere = module && module->has_value();
+  const SFPDescription description = isThere ? describedModule(**module) : SFPDescription();
+  const bool isWrong = isThere && description.result == SFPResult::WrongSpeedClass;
+  ordered_json fields;
+  fields["result"] = module ? ordered_json(static_cast<int64_t>(description.result))
+                            : notRead(module.none(), reader);
+  fields["error"] = module ? ordered_json(isWrong ? wrongModuleText : "") : nullptr;
+  fields["infoEnabled"] = isThere && !isWrong;
+  fields["checksums"] =
+      isThere ? checksumFields(**module) : ordered_json{{"base", nullptr}, {"extended", nullptr}};
+  fields.update(transceiverTexts(description));
   return fields;
 }
 
-ordered_json fibreChannelPort(AppDelegate& app, int64_t number) {
-  const auto& controls = app.controls();
-  const auto& info = *app.state().corvaneInfo;
-  const CorvaneAPI& port = number == 1 ? info.port1Info : info.port2Info;
-  return {{"port", number},
-          {"portName", controls.WWNN.text()},
-          {"currentSpeed", controls.currentSpeed.text()},
-          {"currentTopology", controls.currentTopology.text()},
-          {"settingSpeed", port.settingSpeed},
-          {"settingTopology", port.settingTopology},
-          {"speedItems", shownTags(controls.setSpeed)},
-          {"topologyItems", shownTags(controls.setTopology)},
-          {"linkState", port.linkState},
-          {"pcivendor", port.pcivendor},
-          {"pcidevice", port.pcidevice},
-          {"hard_alpa", port.hard_alpa},
-          {"queueDepth", port.queueDepth},
-          {"sfp", moduleFields(app, port)}};
+ordered_json fibreChannelPort(const FibreChannelPortReading& port, const std::string& product,
+                              Reader reader) {
+  using Information = FibreChannelPortInformation;
+  const auto number = [&](uint64_t Information::*fact) {
+    return told(port, reader, [fact](const Information& information) { return information.*fact; });
+  };
+  return {{"port", port.port},
+          {"portName", shown(port.portName, reader)},
+          {"currentSpeed", told(port, reader, speedWords)},
+          {"currentTopology", told(port, reader, topologyWords)},
+          {"settingSpeed", number(&Information::settingSpeed)},
+          {"settingTopology", number(&Information::settingTopology)},
+          {"speedItems", offeredSpeeds(product)},
+          {"topologyItems", offeredTopologies(product)},
+          {"linkState", number(&Information::linkState)},
+          {"pcivendor", number(&Information::pcivendor)},
+          {"pcidevice", told(port, reader,
+                             [](const Information& information) { return information.pcidevice; })},
+          {"hard_alpa", number(&Information::hard_alpa)},
+          {"queueDepth", number(&Information::queueDepth)},
+          {"sfp", moduleFields(port, reader)}};
 }
 
-ordered_json fibreChannelDevice(AppDelegate& app) {
-  const auto& controls = app.controls();
-  return {{"driverVersion", controls.drvVer_8G.text()},
-          {"firmwareVersion", controls.fwVer.text()},
-          {"deviceWWN", controls.deviceWWN.text()},
-          {"productType", controls.productType.text()},
-          {"queueDepth", app.state().corvaneInfo->port1Info.queueDepth}};
+ordered_json fibreChannelDevice(const AdapterReading& adapter, Reader reader) {
+  const FibreChannelPortReading& first = adapter.fibreChannelPorts()[0];
+  return {{"driverVersion", shown(adapter.driverVersion, reader)},
+          {"firmwareVersion", told(first, reader, [](const auto& told) { return told.fwVer; })},
+          {"pendingFirmware", nullptr},
+          {"deviceWWN", adapter.WWN},
+          {"productType", adapter.product},
+          {"queueDepth", told(first, reader, [](const auto& told) { return told.queueDepth; })}};
 }
 
 // 10GbE.
 
-ordered_json modeName(const PopUpButton& menu) {
-  const auto tag = menu.selectedTag();
-  if (!tag || *tag < 1 || *tag > static_cast<int64_t>(modeNames.size())) return nullptr;
-  return modeNames[static_cast<size_t>(*tag - 1)];
+ordered_json modeName(const TenGigabitPortReading& port, Reader reader) {
+  const auto mode = presetMode(port.preset);
+  if (!mode) return notRead(mode.none(), reader);
+  const auto index = static_cast<size_t>(*mode - 1);
+  return index < modeNames.size() ? modeNames.at(index) : "custom";
 }
 
-int64_t moduleClassShown(const MainWindowControls& controls) {
-  if (!controls.SFPerrrorMessage10G.isHidden()) return unknownModuleClass;
-  for (int64_t each = firstModuleClass; each <= lastModuleClass; ++each)
-    if (!controls.SFPInfoModule.isHidden() &&
-        controls.SFPInfoModule.text() == moduleClassName(each))
-      return each;
-  return 0;
+bool isTooOld(const TenGigabitPortReading& port) {
+  return port.moduleClass.lacksFor(Reason::DriverTooOld);
 }
 
-/// A driver that is too old is not asked for its module.
-ordered_json moduleBox(AppDelegate& app) {
-  const auto& controls = app.controls();
-  if (app.compareDriverVersion() != 0)
-    return {{"class", nullptr}, {"name", nullptr}, {"warning", nullptr}, {"hidden", true}};
-  const bool isNamed = !controls.SFPInfoModule.isHidden();
-  const bool isWarned = !controls.SFPerrrorMessage10G.isHidden();
-  return {{"class", moduleClassShown(controls)},
-          {"name", isNamed ? ordered_json(controls.SFPInfoModule.text()) : ordered_json(nullptr)},
-          {"warning",
-           isWarned ? ordered_json(controls.SFPerrrorMessage10G.text()) : ordered_json(nullptr)},
-          {"hidden", !isNamed && !isWarned}};
+// A link whose state makes no sense is told as the page tells it.
+ordered_json linkWords(const TenGigabitPortReading& port, Reader reader) {
+  if (port.hasLink.is(false)) return noLinkText;
+  if (port.hasLink.is(true)) return shown(port.medium, reader);
+  const Reason reason = port.hasLink.none().reason;
+  if (reason == Reason::Senseless || reason == Reason::NoAnswer) return "Unknow";
+  return notRead(port.hasLink.none(), reader);
 }
 
-ordered_json tenGigabitPort(AppDelegate& app, int64_t number) {
-  const auto& controls = app.controls();
-  return {
-      {"port", number},
-      {"macAddress", controls.macAddress.text()},
-      {"enName", controls.enName.text()},
-      {"enStatus", controls.enStatus.text()},
-      {"MTU", std::strtoll(controls.MTUvalue.text().c_str(), nullptr, 10)},
-      {"mode", modeName(controls.settingMode)},
-      {"settingModeEnabled", controls.settingMode.isEnabled()},
-      {"tcpipv4",
-       {{"state", controls.enableTCPipv4.isOn()}, {"enabled", controls.enableTCPipv4.isEnabled()}}},
-      {"rsc",
-       {{"state", controls.enableRSC.isOn()},
-        {"enabled", controls.enableRSC.isEnabled()},
-        {"hidden", controls.enableRSC.isHidden()}}},
-      {"module", moduleBox(app)}};
+/// The box of the page: a driver that is too old is not asked for its module, and only one product
+/// has its module shown.
+ordered_json moduleBox(const TenGigabitPortReading& port, const std::string& product,
+                       Reader reader) {
+  if (!port.moduleClass && port.moduleClass.none().reason != Reason::NotOffered)
+    return {{"class", notRead(port.moduleClass.none(), reader)},
+            {"name", nullptr},
+            {"warning", nullptr},
+            {"hidden", true}};
+  const int64_t moduleClass = port.moduleClass.valueOr(0);
+  const bool isOnPage = product == corvane2_10G_SFP;
+  const std::string name(moduleClassName(moduleClass));
+  const bool isWrong = isOnPage && moduleClass == unknownModuleClass;
+  return {{"class", moduleClass},
+          {"name", name.empty() ? ordered_json(nullptr) : ordered_json(name)},
+          {"warning", isWrong ? ordered_json(wrongModuleWarning10G) : ordered_json(nullptr)},
+          {"hidden", !isOnPage || (name.empty() && !isWrong)}};
 }
 
-ordered_json portOutOfReach(const std::shared_ptr<SEPort>& port, int64_t number) {
-  return {{"port", number},
+ordered_json tenGigabitPort(const TenGigabitPortReading& port, const std::string& product,
+                            Reader reader) {
+  const auto& coalescing = port.receiveCoalescing;
+  return {{"port", port.port},
+          {"macAddress", shown(port.macAddress, reader)},
+          {"enName", shown(port.enName, reader)},
+          {"enStatus", linkWords(port, reader)},
+          {"MTU", shown(port.MTU, reader)},
+          {"mode", modeName(port, reader)},
+          {"settingModeEnabled", presetMode(port.preset).isKnown()},
+          {"tcpipv4",
+           {{"state", shown(port.checksumOffload, reader)},
+            {"enabled", port.checksumOffload.isKnown() || (isTooOld(port) && port.port == 1)}}},
+          {"rsc",
+           {{"state", shown(coalescing, reader)},
+            {"enabled", coalescing.isKnown()},
+            {"hidden", coalescing.lacksFor(Reason::NotOffered)}}},
+          {"module", moduleBox(port, product, reader)}};
+}
+
+ordered_json portOutOfReach(const TenGigabitPortReading& port) {
+  return {{"port", port.port},
           {"accessible", false},
-          {"macAddress", port && port->macAddr() ? ordered_json(*port->macAddr()) : nullptr},
-          {"enName", port ? textOrNothing(port->nicNum()) : nullptr}};
+          {"macAddress", shown(port.macAddress, Reader::Program)},
+          {"enName", shown(port.enName, Reader::Program)}};
 }
 
-ordered_json tenGigabitDevice(AppDelegate& app) {
-  return {{"driverVersion", app.controls().drvVer_10GE.text()},
-          {"productType", app.controls().productType10G.text()}};
+ordered_json linkOf(int64_t port, const Answer<bool>& link, const std::optional<int64_t>& speed) {
+  return {{"port", port},
+          {"link", link ? ordered_json(*link) : nullptr},
+          {"speed", speed ? ordered_json(*speed) : nullptr}};
 }
 
-// Both.
-
-ordered_json deviceFields(AppDelegate& app) {
-  app.selectTabButon(app.controls().deviceButton);
-  return isFibreChannel(app) ? fibreChannelDevice(app) : tenGigabitDevice(app);
+ordered_json linkOf(const FibreChannelPortReading& port) {
+  const auto link = port.information.map([](const auto& told) { return told.hasLink(); });
+  std::optional<int64_t> speed;
+  if (link.is(true) && port.information->portSpeed != speedAutomatic)
+    speed = static_cast<int64_t>(port.information->portSpeed);
+  return linkOf(port.port, link, speed);
 }
 
-bool isAccessible(AppDelegate& app, int64_t portNumber) {
-  if (isFibreChannel(app)) return true;
-  const auto& adapter = *app.state().corvaneDevice_10GE;
-  const auto port = portNumber == 1 ? adapter.port1() : adapter.port2();
-  return port && port->isAccessAbleflag() == 1;
+ordered_json linkOf(const TenGigabitPortReading& port) {
+  return linkOf(port.port, port.hasLink, port.medium ? speedOfMedium(*port.medium) : std::nullopt);
 }
 
 }  // namespace
@@ -168,21 +213,41 @@ ordered_json entryFields(const DeviceListEntry& entry) {
           {"family", familyName(entry.family())}};
 }
 
-ordered_json portFields(AppDelegate& app, int64_t portNumber) {
-  if (!isAccessible(app, portNumber)) {
-    const auto& adapter = *app.state().corvaneDevice_10GE;
-    return portOutOfReach(portNumber == 1 ? adapter.port1() : adapter.port2(), portNumber);
-  }
-  app.selectTabButon(portNumber == 1 ? app.controls().port1Button : app.controls().port2Button);
-  return isFibreChannel(app) ? fibreChannelPort(app, portNumber) : tenGigabitPort(app, portNumber);
+ordered_json portFields(const AdapterReading& adapter, int64_t port, Reader reader) {
+  const auto index = static_cast<size_t>(port - 1);
+  if (adapter.family() == AdapterFamily::FibreChannel)
+    return fibreChannelPort(adapter.fibreChannelPorts().at(index), adapter.product, reader);
+  const TenGigabitPortReading& reading = adapter.tenGigabitPorts().at(index);
+  return reading.isEnabled.is(true) ? tenGigabitPort(reading, adapter.product, reader)
+                                    : portOutOfReach(reading);
 }
 
-ordered_json adapterFields(AppDelegate& app) {
-  auto device = deviceFields(app);
-  auto ports = ordered_json::array({portFields(app, 1), portFields(app, 2)});
-  return {{"family", familyName(static_cast<AdapterFamily>(app.state().intProduct))},
+ordered_json adapterFields(const AdapterReading& adapter, Reader reader) {
+  auto device = adapter.family() == AdapterFamily::FibreChannel
+                    ? fibreChannelDevice(adapter, reader)
+                    : ordered_json{{"driverVersion", shown(adapter.driverVersion, reader)},
+                                   {"productType", adapter.product}};
+  return {{"family", familyName(adapter.family())},
           {"device", std::move(device)},
-          {"ports", std::move(ports)}};
+          {"ports",
+           ordered_json::array({portFields(adapter, 1, reader), portFields(adapter, 2, reader)})}};
+}
+
+ordered_json linkFields(const AdapterReading& reading) {
+  auto links = ordered_json::array();
+  std::visit(
+      [&links](const auto& ports) {
+        for (const auto& port : ports) links.push_back(linkOf(port));
+      },
+      reading.ports);
+  return links;
+}
+
+std::optional<int64_t> speedOfMedium(const std::string& medium) {
+  if (medium == "100baseTX") return 100;
+  if (medium == "1000BaseT" || medium == "1000baseLX") return 1000;
+  if (medium == "10GbaseT" || medium == "10GbaseSR") return 10000;
+  return std::nullopt;
 }
 
 }  // namespace corvane

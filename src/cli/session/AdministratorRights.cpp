@@ -1,10 +1,10 @@
 #include "cli/session/AdministratorRights.h"
 
-#include "cli/session/Session.h"
+#include "cli/session/CommandPlatform.h"
 
 namespace corvane {
 
-void takeAdministratorRights(Session& session, const std::string& label) {
+void takeAdministratorRights(CommandPlatform& session, const std::string& label) {
   Authorization& lock = session.platform().authorization;
   if (lock.isAuthorized() || lock.authorize()) return;
   throw CommandFailure(ExitStatus::Failed, label, "changing it needs an administrator",

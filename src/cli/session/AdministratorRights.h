@@ -4,10 +4,10 @@
 
 namespace corvane {
 
-class Session;
+class CommandPlatform;
 
 /// Opens the main window's lock, without which nothing can be changed. Throws CommandFailure when
 /// the rights are refused; `label` is what was to be changed.
-void takeAdministratorRights(Session& session, const std::string& label);
+void takeAdministratorRights(CommandPlatform& session, const std::string& label);
 
 }  // namespace corvane

@@ -1,29 +1,18 @@
 #pragma once
 
-#include <chrono>
-#include <cstdint>
-#include <functional>
-#include <memory>
-#include <optional>
 #include <string>
 
-#include "AppDelegate.h"
-#include "cli/answers/CommandOutput.h"
-#include "cli/answers/CommandPrompts.h"
-#include "launch/Launch.h"
-#include "platform/posix/PlainMainQueue.h"
+#include "changes/SettingChange.h"
+#include "cli/session/CommandPlatform.h"
+#include "inventory/AdapterReader.h"
+#include "inventory/DeviceInventory.h"
+#include "support/AdministratorRights.h"
 
 namespace corvane {
 
-/// What a command is there for.
-enum class SessionPurpose {
-  Changing,  ///< an adapter, so the user may be asked for an administrator's password
-  Looking,   ///< at the adapters, so the user is asked nothing
-};
-
-/// The utility without a window, for one command: the platform that the options choose and the
-/// application's controller on it. Made by the command once it runs. Main thread only.
-class Session {
+/// The adapters for one command that finds some, reads them and changes them: no pages, nothing on
+/// show. Made by the command once it runs. Main thread only.
+class Session : public CommandPlatform {
  public:
   /// Throws CommandFailure when there is nothing to run on. Both outlive the session.
   Session(CommandContext& context, const LaunchOptions& options,
@@ -32,50 +21,41 @@ class Session {
   /// Stops the monitors and waits until nothing goes on in the background.
   ~Session();
 
-  Session(const Session&) = delete;
-  Session& operator=(const Session&) = delete;
+  DeviceInventory& inventory() { return *inventory_; }
+  AdapterReader& reader() { return reader_; }
 
-  AppDelegate& app() { return *app_; }
-  CommandPrompts& prompts() { return prompts_; }
-  const Platform& platform() const { return launch_->platform(); }
+  /// Starts to follow the adapters. The administrator's right is named, and the adapter's tool
+  /// given its rights, on the way.
+  void launch();
 
-  /// Whether it runs on a registry dump, in which no driver answers.
-  bool isDump() const { return launch_->isReadOnly(); }
-
-  /// Launches the application and returns once the adapters attached are listed. A port that keeps
-  /// the monitors waiting is waited for discoveryLimit; a note then tells that the list may not be
-  /// whole. Throws CommandFailure as requireMonitors() does.
+  /// Launches, and returns once the adapters that are attached are listed, as
+  /// CommandPlatform::waitForAdapters().
   void discover();
 
-  /// Throws CommandFailure when a monitor could not start, so that not all adapters can be told of.
-  void requireMonitors() const;
+  /// As CommandPlatform::requireMonitors().
+  void requireMonitors() const { CommandPlatform::requireMonitors(*inventory_); }
 
-  /// The row of the adapter that LABEL names, whose pages are then on show. Throws CommandFailure
-  /// when it fits none or several.
-  int64_t select(const std::string& label);
+  /// The adapters listed, in display order.
+  std::vector<DeviceListEntry> adapters() const { return list_.entries(); }
 
-  /// Throws CommandFailure when what the session runs on cannot be changed, as a dump cannot.
-  void requireChangeable(const std::string& label) const;
+  /// The adapter that LABEL names, as it is attached now. Throws CommandFailure when it fits none
+  /// or several.
+  DeviceListEntry find(const std::string& label) const { return adapterNamed(list_, label); }
 
-  /// Serves the main queue until `done` holds, stop() is called or `limit` has passed. Returns
-  /// whether `done` holds.
-  bool runUntil(const std::function<bool()>& done,
-                std::optional<std::chrono::milliseconds> limit = std::nullopt);
+  /// Changes a setting of a 10GbE port with the adapter's tool; the answer is what was read back
+  /// meanwhile.
+  Answer<int64_t> change(const PortTarget& port, const SettingWish& wish);
 
-  /// Ends runUntil(). Any thread may call.
-  void stop() { mainQueue_.stop(); }
-
-  static constexpr std::chrono::seconds discoveryLimit{60};
+  /// A port of that adapter, bound now. Throws CommandFailure when the adapter has gone.
+  PortTarget port(const DeviceListEntry& adapter, int64_t number) const;
 
  private:
   void tellLeftUnmounted();
-  void tellOfDump();
 
-  CommandContext& context_;
-  PlainMainQueue mainQueue_;
-  CommandPrompts prompts_;
-  std::unique_ptr<Launch> launch_;
-  std::unique_ptr<AppDelegate> app_;
+  DeviceList list_;
+  std::unique_ptr<DeviceInventory> inventory_;
+  AdministratorRights rights_;
+  AdapterReader reader_;
 };
 
 }  // namespace corvane
