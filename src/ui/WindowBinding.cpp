@@ -25,6 +25,7 @@ class DialogView {
   void render() {
     if (window_.isLoaded() && !dialog_) build();
     if (!dialog_) return;
+    showSubject();
     if (window_.isShown() != dialog_->isVisible()) setVisible(window_.isShown());
     if (window_.isShown()) dialog_->raise();
     if (!window_.isLoaded()) discard();
@@ -33,9 +34,16 @@ class DialogView {
  private:
   void build() {
     dialog_ = make_(&parent_);
+    title_ = dialog_->windowTitle();
     dialog_->setWindowModality(form_ == WindowForm::Sheet ? Qt::WindowModal : Qt::NonModal);
     InterfaceWindow& window = window_;
     QObject::connect(dialog_, &QDialog::rejected, dialog_, [&window] { window.requestClose(); });
+  }
+
+  // A sheet says in its title what it is for.
+  void showSubject() {
+    const QString subject = QString::fromStdString(window_.subject());
+    dialog_->setWindowTitle(subject.isEmpty() ? title_ : title_ + " - " + subject);
   }
 
   void setVisible(bool visible) {
@@ -66,6 +74,7 @@ class DialogView {
   const WindowForm form_;
   const std::function<QDialog*(QWidget*)> make_;
   QPointer<QDialog> dialog_;
+  QString title_;  ///< the interface file's
 };
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include <QAbstractItemView>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -8,6 +9,7 @@
 #include "BenchWindow.h"
 #include "UiTest.h"
 #include "fibre_channel/ArbitratedLoopAddresses.h"
+#include "ui/controls/PopUpBox.h"
 
 using namespace corvane;
 
@@ -23,6 +25,8 @@ class DialogsTest : public QObject {
   void aChosenAddressIsShownAndSent();
   void theMatrixWithoutAChoiceSendsNothing();
   void theMatrixCanBeCancelled();
+  void sheetsNameTheirPortAndCloseWhenItGoes();
+  void anOpenMenuClosesWhenItsPortGoes();
   void theMatrixIsFreshEachTime();
   void theQueueDepthIsSentThroughThePortOnShow();
   void anEmptyQueueDepthKeepsTheSheet();
@@ -105,6 +109,26 @@ void DialogsTest::theMatrixCanBeCancelled() {
   QTest::keyClick(&shown_->widget<QWidget>("MatrixTable"), Qt::Key_Escape);
   QVERIFY(!shown_->isOpen("MatrixTable"));
   QCOMPARE(shown_->state().adapters.front().fibreChannelPorts[0].hardAlpa, 0);
+}
+
+void DialogsTest::sheetsNameTheirPortAndCloseWhenItGoes() {
+  open(shown_->controls().chooseALPA, "MatrixTable");
+  QVERIFY(shown_->widget<QWidget>("MatrixTable").windowTitle().endsWith(" - A - 1 port 1"));
+  shown_->edit([](BenchState& state) { plugAdapter(state, "Corvane3 F2", 1, 2, std::nullopt); });
+  QTRY_COMPARE_WITH_TIMEOUT(shown_->delegate().state().CorvaneList.count(), size_t{2}, patience);
+  QVERIFY(shown_->isOpen("MatrixTable"));
+  shown_->edit([](BenchState& state) { unplugAdapter(state.adapters.front()); });
+  QTRY_VERIFY_WITH_TIMEOUT(!shown_->isOpen("MatrixTable"), patience);
+}
+
+void DialogsTest::anOpenMenuClosesWhenItsPortGoes() {
+  shown_->controls().setSpeed.clearOutOfUse(OutOfUse::Locked);
+  auto& box = shown_->widget<PopUpBox>("setSpeed");
+  box.showPopup();
+  QVERIFY(shown_->controls().setSpeed.isOpen());
+  shown_->edit([](BenchState& state) { unplugAdapter(state.adapters.front()); });
+  QTRY_VERIFY_WITH_TIMEOUT(!shown_->controls().setSpeed.isOpen(), patience);
+  QTRY_VERIFY_WITH_TIMEOUT(!box.view()->isVisible(), patience);
 }
 
 void DialogsTest::theMatrixIsFreshEachTime() {

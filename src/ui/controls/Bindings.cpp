@@ -148,7 +148,10 @@ void bind(PopUpButton& control, PopUpBox& box) {
   new ControlBinding(control, box, [&control, &box, common = CommonRenderer(control, box)] {
     common.render();
     renderPopUp(control, box);
+    if (!control.isOpen()) box.dismiss();
   });
+  QObject::connect(&box, &PopUpBox::opening, &box, [&control] { control.open(); });
+  QObject::connect(&box, &PopUpBox::closed, &box, [&control] { control.close(); });
   QObject::connect(&box, &PopUpBox::chosen, &box, [&control, &box](int index) {
     control.choose(static_cast<size_t>(index));
     renderPopUp(control, box);

@@ -1,5 +1,6 @@
 #include "ui/controls/PopUpBox.h"
 
+#include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QStyleOptionComboBox>
 #include <QWheelEvent>
@@ -46,6 +47,26 @@ void PopUpBox::showChoice(int index, const QString& plainText) {
   if (row < 0 && !plainText.isEmpty()) setAccessibleDescription(plainText);
   setCurrentIndex(row);
   updateGeometry();
+}
+
+void PopUpBox::dismiss() {
+  if (view()->isVisible()) hidePopup();
+}
+
+void PopUpBox::showPopup() {
+  emit opening();
+  QComboBox::showPopup();
+}
+
+// The toolkit takes the menu away before it tells what was chosen.
+void PopUpBox::hidePopup() {
+  QComboBox::hidePopup();
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        if (!view()->isVisible()) emit closed();
+      },
+      Qt::QueuedConnection);
 }
 
 QSize PopUpBox::sizeHint() const {

@@ -28,6 +28,13 @@ class PopUpBox : public QComboBox {
   /// Shows the choice with that index as the current one; `plainText` when there is none.
   void showChoice(int index, const QString& plainText);
 
+  /// Takes the menu off the screen if it is there.
+  void dismiss();
+
+  /// Put on the screen and taken off it, whoever does it.
+  void showPopup() override;
+  void hidePopup() override;
+
   /// With room for the plain text, also when it comes after the first showing.
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
@@ -35,6 +42,10 @@ class PopUpBox : public QComboBox {
  signals:
   /// The user chose the item with that index in the control's items.
   void chosen(int index);
+
+  /// The menu is about to be shown; it was taken off the screen, and what was chosen has been told.
+  void opening();
+  void closed();
 
  protected:
   void wheelEvent(QWheelEvent* event) override;
