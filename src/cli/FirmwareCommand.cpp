@@ -27,7 +27,7 @@ struct FirmwareOptions {
 };
 
 /// How far the update came before it was left.
-enum class Answer { None, Confirmed, Declined };
+enum class Confirmation { None, Confirmed, Declined };
 
 // Verifying.
 
@@ -107,17 +107,17 @@ void requireOnShow(AppDelegate& app, const std::weak_ptr<Corvane2Device>& adapte
 // the first alert asks for the confirmation. From then on an interrupt is kept, since volumes that
 // are offline and half a firmware are no state to leave behind.
 void answerDialogue(ControllerSession& session, CommandContext& context,
-                    const FirmwareOptions& options, Answer& answer,
+                    const FirmwareOptions& options, Confirmation& answer,
                     std::optional<KeptInterruption>& interruption) {
   CommandPrompts& prompts = session.prompts();
   prompts.answerOpenPanel = [&options](const OpenPanelRequest&) {
     return std::vector<std::string>{std::filesystem::absolute(options.package).string()};
   };
   prompts.answerAlert = [&](const AlertContent& content) -> std::optional<int> {
-    if (answer != Answer::None) return std::nullopt;
+    if (answer != Confirmation::None) return std::nullopt;
     const bool asks = content.buttons.size() > 1;
     const bool confirmed = asks && isConfirmed(context, options, content.informativeText);
-    answer = confirmed ? Answer::Confirmed : Answer::Declined;
+    answer = confirmed ? Confirmation::Confirmed : Confirmation::Declined;
     if (confirmed) interruption.emplace([&context] { printNote(context, finishedFirst); });
     return confirmed ? 0 : 1;
   };
@@ -131,7 +131,7 @@ bool runUpdate(ControllerSession& session, CommandContext& context,
     throw CommandFailure(ExitStatus::Failed, options.label, "updates are out of use now",
                          "Open the lock with an administrator's rights first.");
   }
-  Answer answer = Answer::None;
+  Confirmation answer = Confirmation::None;
   std::optional<KeptInterruption> interruption;
   answerDialogue(session, context, options, answer, interruption);
   ProgressBar bar(context, "updating " + options.label);
@@ -140,10 +140,11 @@ bool runUpdate(ControllerSession& session, CommandContext& context,
     if (fraction) bar.show(static_cast<uint64_t>(*fraction * static_cast<double>(steps)), steps);
   };
   app.controls().updateFW.click();
-  session.runUntil([&] { return answer != Answer::None && !app.firmwareUpdate().isUnderWay(); });
+  session.runUntil(
+      [&] { return answer != Confirmation::None && !app.firmwareUpdate().isUnderWay(); });
   session.prompts().showProgress = nullptr;
   session.prompts().answerAlert = nullptr;
-  return answer == Answer::Confirmed;
+  return answer == Confirmation::Confirmed;
 }
 
 std::string failureOf(const FirmwareUpdateOutcome& outcome) {

@@ -14,7 +14,7 @@ namespace corvane {
 
 namespace {
 
-constexpr const char* subject = "logs";
+constexpr const char* logsSubject = "logs";
 
 /// Runs the collection to its end, with its progress on the terminal.
 LogCollectionResult collect(ControllerSession& session, CommandContext& context) {
@@ -55,7 +55,7 @@ bool isCollecting(const std::string& line) {
 
 void requireNotCancelled(const LogCollectionResult& result) {
   if (!result.cancelled) return;
-  throw CommandFailure(ExitStatus::Failed, subject,
+  throw CommandFailure(ExitStatus::Failed, logsSubject,
                        "the unified log was not collected, so the folder was removed",
                        "Run the command again and give an administrator's password.");
 }
@@ -74,14 +74,14 @@ void requireUninterrupted(const KeptInterruption& interruption, const LogCollect
   if (!interruption.hasArrived() || result.folder.empty()) return;
   std::error_code error;
   std::filesystem::remove_all(folder, error);
-  throw CommandFailure(ExitStatus::Failed, subject,
+  throw CommandFailure(ExitStatus::Failed, logsSubject,
                        "the collection was interrupted, so the folder was removed",
                        "Run the command again.");
 }
 
 void collectLogs(CommandContext& context, const LaunchOptions& options, const std::string& to) {
   ControllerSession session(context, options);
-  session.requireChangeable(subject);
+  session.requireChangeable(logsSubject);
   const std::filesystem::path chosen = chosenFolder(to);
   if (!chosen.empty()) session.app().logCollection().setFolder(chosen.string());
   const KeptInterruption interruption([&context] {
