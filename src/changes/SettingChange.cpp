@@ -34,9 +34,7 @@ std::string modeText(int64_t mode) {
 }
 
 std::vector<int64_t> loopAddresses() {
-  std::vector<int64_t> addresses;
-  for (const unsigned address : arbitratedLoopAddresses)
-    addresses.push_back(static_cast<int64_t>(address));
+  std::vector<int64_t> addresses(arbitratedLoopAddresses.begin(), arbitratedLoopAddresses.end());
   std::sort(addresses.begin(), addresses.end());
   return addresses;
 }

@@ -73,6 +73,7 @@ bool areCoveredBy(const PlacesByAddress& groups, const std::vector<Place>& ports
 
 std::vector<std::string> addressesOf(const Look& look, const std::vector<Place>& adapters) {
   std::vector<std::string> addresses;
+  addresses.reserve(adapters.size());
   for (const Place& place : adapters)
     addresses.push_back(look.reading().adapters.at(place.adapter).WWN);
   return addresses;

@@ -28,12 +28,14 @@ bool hadDisks(const PortFacts& port) {
 
 std::string addressesOfPorts(const std::vector<const PortFacts*>& ports) {
   std::vector<std::string> addresses;
+  addresses.reserve(ports.size());
   for (const PortFacts* port : ports) addresses.push_back(port->address());
   return listed(addresses);
 }
 
 std::vector<std::string> diskNames(const std::vector<VolumeLeftOff>& volumes) {
   std::vector<std::string> names;
+  names.reserve(volumes.size());
   for (const VolumeLeftOff& volume : volumes) names.push_back(volume.disk);
   return names;
 }

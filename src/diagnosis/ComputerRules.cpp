@@ -32,6 +32,7 @@ std::vector<Said> perFamily(Say say) {
 
 std::vector<Place> unlistedPlaces(const std::vector<size_t>& indices) {
   std::vector<Place> places;
+  places.reserve(indices.size());
   for (const size_t index : indices) places.push_back({false, index, 0});
   return places;
 }

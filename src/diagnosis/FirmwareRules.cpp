@@ -26,7 +26,7 @@ std::string runningFirmware(const Look& look, size_t adapter) {
   for (const int64_t number : {1, 2}) {
     const auto* information = look.port(adapter, number).information();
     if (information == nullptr) continue;
-    const std::string version = trimmedVersion(information->fwVer);
+    std::string version = trimmedVersion(information->fwVer);
     if (!version.empty()) return version;
   }
   return {};

@@ -20,6 +20,7 @@ std::string speedWords(uint64_t megabits) {
 
 std::string speedListWords(const std::vector<uint64_t>& speeds) {
   std::vector<std::string> words;
+  words.reserve(speeds.size());
   for (const uint64_t speed : speeds) words.push_back(speedWords(speed));
   return listed(words);
 }
@@ -42,6 +43,7 @@ std::string placeWords(const Look& look, const Place& place) {
 
 std::string placesWords(const Look& look, const std::vector<Place>& places) {
   std::vector<std::string> words;
+  words.reserve(places.size());
   for (const Place& place : places) words.push_back(placeWords(look, place));
   return listed(words);
 }

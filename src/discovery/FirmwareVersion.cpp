@@ -69,7 +69,7 @@ std::strong_ordering compareRuns(std::string_view one, std::string_view other) {
   one = withoutLeadingZeros(one);
   other = withoutLeadingZeros(other);
   const auto byLength = one.size() <=> other.size();
-  return byLength != 0 ? byLength : one <=> other;
+  return std::is_neq(byLength) ? byLength : one <=> other;
 }
 
 }  // namespace
@@ -91,7 +91,7 @@ std::string_view catalogueProduct(std::string_view product) {
 bool isOlderFirmware(std::string_view one, std::string_view other) {
   while (!one.empty() && !other.empty()) {
     const auto order = compareRuns(takeRun(one), takeRun(other));
-    if (order != 0) return order < 0;
+    if (std::is_neq(order)) return std::is_lt(order);
   }
   return one.empty() && !other.empty();
 }

@@ -367,6 +367,7 @@ void addExtended(const TransceiverFacts& facts, Explanation& lines) {
 std::string speedsWords(const std::vector<uint64_t>& speeds) {
   constexpr uint64_t gigabit = 1000;
   std::vector<uint64_t> numbers;
+  numbers.reserve(speeds.size());
   for (const uint64_t speed : speeds) numbers.push_back(speed / gigabit);
   return fmt::format("{} Gb/s", fmt::join(numbers, ", "));
 }

@@ -145,7 +145,7 @@ bool FibreChannelPages::isOnShow(const PortTarget& port) const {
 
 void FibreChannelPages::bindMenu(PopUpButton& menu,
                                  std::function<std::optional<PortTarget>()> port) {
-  menu.setOpenAction([this, port](PopUpButton& opened) {
+  menu.setOpenAction([this, port = std::move(port)](PopUpButton& opened) {
     if (const auto bound = port()) openMenus_.emplace_back(&opened, *bound);
   });
   menu.setCloseAction([this](PopUpButton& closed) {
