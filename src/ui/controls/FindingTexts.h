@@ -1,13 +1,12 @@
 #pragma once
 
 #include <QtGlobal>
-#include <array>
 
 namespace corvane {
 
 /// What findings and the stations of a port's path say, for the translators: sentences, pieces of
 /// them, and names. Of those that fit one text the first counts, so the more particular come first.
-inline constexpr std::array findingTexts{
+inline constexpr const char* findingTexts[] = {
     QT_TRANSLATE_NOOP("Controllers", "%1 is used by %2."),
     QT_TRANSLATE_NOOP("Controllers",
                       "Unplug one of them at once; a switch or loop will throw out one of the two; "
