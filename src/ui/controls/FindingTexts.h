@@ -6,6 +6,8 @@ namespace corvane {
 
 /// What findings and the stations of a port's path say, for the translators: sentences, pieces of
 /// them, and names. Of those that fit one text the first counts, so the more particular come first.
+// Some texts take two lines, and no comma is missing between them.
+// NOLINTBEGIN(bugprone-suspicious-missing-comma)
 inline constexpr const char* findingTexts[] = {
     QT_TRANSLATE_NOOP("Controllers", "%1 is used by %2."),
     QT_TRANSLATE_NOOP("Controllers",
@@ -409,5 +411,6 @@ inline constexpr const char* findingTexts[] = {
     QT_TRANSLATE_NOOP("Controllers", "Disks gone"),
     QT_TRANSLATE_NOOP("Controllers", "No disk anywhere"),
 };
+// NOLINTEND(bugprone-suspicious-missing-comma)
 
 }  // namespace corvane
